@@ -1,0 +1,9 @@
+// orvCore/engine/ground/orvAbstractGround.cpp
+#include "engine/ground/orvAbstractGround.h"
+
+namespace orv
+{
+
+AbstractGround::~AbstractGround() = default;
+
+} // namespace orv

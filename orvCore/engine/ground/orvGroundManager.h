@@ -1,0 +1,23 @@
+// orvCore/engine/ground/orvGroundManager.h
+#pragma once
+
+#include "engine/simulation/orvTime.h"
+
+namespace orv
+{
+
+/// The grounds of a simulation. Called by the simulation's blocking batches only.
+class GroundManager
+{
+public:
+    /// At simulation initialisation.
+    void init();
+    /// At the start of each frame.
+    void update(Time dt);
+    /// At simulation finish.
+    void finish();
+    /// Back to the state of a new manager.
+    void reset();
+};
+
+} // namespace orv

@@ -1,0 +1,115 @@
+// orvCore/engine/simulation/orvAbstractEntityType.cpp
+#include "engine/simulation/orvAbstractEntityType.h"
+
+#include "engine/simulation/orvEntity.h"
+#include "engine/simulation/orvGroup.h"
+#include "engine/simulation/orvSimulation.h"
+#include "system/debug/orvAssert.h"
+
+namespace orv
+{
+
+const EntityHandle AbstractEntityType::_invalidHandle;
+
+AbstractEntityType::AbstractEntityType(int maxCount) : _behaviorGraph(maxCount)
+{
+    allocate(maxCount);
+}
+
+AbstractEntityType::~AbstractEntityType() = default;
+
+int AbstractEntityType::findIndexInEntityType(EntityHandle handle) const
+{
+    for (size_t i = 0; i < _entityHandles.size(); ++i)
+    {
+        if (_entityHandles[i] == handle)
+        {
+            return static_cast<int>(i);
+        }
+    }
+    return _invalidEntityIndex;
+}
+
+Group* AbstractEntityType::getGroup(int slot) const
+{
+    return isGroup() ? static_cast<Group*>(_entities[slot]) : nullptr;
+}
+
+void AbstractEntityType::addEntityHandle(EntityHandle handle)
+{
+    Entity* entity = nullptr;
+    if (handle._isGroup != 0)
+    {
+        entity = _simulation->touchGroupsManager().getGroup(handle);
+    }
+    else
+    {
+        entity = _simulation->touchEntitiesManager().getEntity(handle);
+    }
+
+    int slot = 0;
+    if (!_recycledIndices.empty())
+    {
+        // The slot's per-slot behaviour data stay allocated: the graph is not told.
+        slot = _recycledIndices.back();
+        _recycledIndices.pop_back();
+        _entityHandles[slot] = handle;
+        _entities[slot] = entity;
+    }
+    else
+    {
+        const int entityHandleCount = getHandleCount();
+        orvAssert(entityHandleCount < getMaxCount());
+        slot = entityHandleCount;
+        _entityHandles.push_back(handle);
+        _entities.push_back(entity);
+        _behaviorGraph.addEntityToBehaviors(slot);
+    }
+    entity->setEntityType(this);
+    entity->setIndexInEntityType(slot);
+}
+
+void AbstractEntityType::removeEntityHandle(int slot)
+{
+    _entityHandles[slot] = _invalidHandle;
+    Entity* entity = _entities[slot];
+    _entities[slot] = nullptr;
+    if (entity != nullptr)
+    {
+        entity->setEntityType(nullptr);
+        entity->setIndexInEntityType(-1);
+    }
+    _recycledIndices.push_back(slot);
+}
+
+void AbstractEntityType::updateEntityHandle(int slot, Entity* entity)
+{
+    _entities[slot] = entity;
+}
+
+void AbstractEntityType::resolveEntityHandles(Simulation& simulation)
+{
+    EntitiesManager& manager = simulation.touchEntitiesManager();
+    _entities.resize(_entityHandles.size());
+    for (size_t slot = 0; slot < _entityHandles.size(); ++slot)
+    {
+        // A free slot's zero handle resolves through entry 0, like any other.
+        const HandleEntry& entry = manager.getHandleEntries()[_entityHandles[slot]._index];
+        _entities[slot] = &manager.touchEntities()[entry._contentIndex];
+    }
+}
+
+void AbstractEntityType::allocate(int capacity)
+{
+    _entityHandles.set_capacity(capacity);
+    _entities.set_capacity(capacity);
+    _recycledIndices.set_capacity(capacity);
+}
+
+void AbstractEntityType::setEntityArraysCapacity(int value)
+{
+    orvAssert(value >= 0);
+    allocate(value);
+}
+
+} // namespace orv

@@ -1,0 +1,233 @@
+// orvCore/engine/simulation/orvEntitiesManager.cpp
+#include "engine/simulation/orvEntitiesManager.h"
+
+#include "engine/simulation/orvEntityType.h"
+#include "engine/simulation/orvGroup.h"
+#include "engine/simulation/orvIContext.h"
+#include "engine/simulation/orvSimulation.h"
+#include "math/random/orvRandomNumberGenerator.h"
+#include "system/debug/orvAssert.h"
+
+namespace orv
+{
+
+namespace
+{
+
+// Spreads the seeds of consecutive entities over the generator's seed space.
+const uint32_t kEntitySeedStride = 4023829u;
+// 2 to the power -32, as a float: turns a 32-bit draw into [0, 1).
+const float kUnitFromUint32 = 2.3283064e-10f;
+
+void linkFreeList(Array<HandleEntry>& entries)
+{
+    const int n = static_cast<int>(entries.size());
+    for (int i = 0; i < n - 1; ++i)
+    {
+        entries[i] = HandleEntry(static_cast<uint32_t>(i + 1));
+    }
+    if (n > 0)
+    {
+        entries[n - 1] = HandleEntry();
+    }
+}
+
+} // namespace
+
+EntitiesManager::EntitiesManager(int capacity)
+{
+    _entities.set_capacity(capacity);
+    _handleEntries.set_capacity(capacity);
+    _handleEntries.resize(capacity);
+    linkFreeList(_handleEntries);
+}
+
+EntitiesManager::~EntitiesManager() = default;
+
+void EntitiesManager::checkHandle(EntityHandle handle) const
+{
+    const unsigned int handleIndex = handle._index;
+    orvAssert(_handleEntries[handleIndex]._counter == handle._counter);
+    orvAssert(_handleEntries[handleIndex]._active == true);
+}
+
+EntityHandle EntitiesManager::createEntity(unsigned int typeId)
+{
+    const int entityTypeId = static_cast<int>(typeId);
+    orvAssert(entityTypeId < _simulation->getEntityTypeCount());
+    const int entityIndex = static_cast<int>(_entities.size());
+    orvAssertMsg(entityIndex < static_cast<int>(_entities.capacity()),
+                 "Can't create a new entity: entity max count (%d) already reached.",
+                 static_cast<int>(_entities.capacity()));
+    _entities.resize(_entities.size() + 1);
+
+    const int handleIndex = static_cast<int>(_firstFreeHandleEntry);
+    orvAssert(handleIndex < static_cast<int>(_entities.capacity()));
+    HandleEntry& handleEntry = _handleEntries[handleIndex];
+    orvAssert(handleEntry._active == false);
+    _firstFreeHandleEntry = handleEntry._nextFreeIndex;
+    handleEntry._nextFreeIndex = 0;
+    handleEntry._contentIndex = entityIndex;
+    handleEntry._counter = (handleEntry._counter + 1) % 2048;
+    handleEntry._active = 1;
+
+    // The new element was built by the resize with the null vector, the identity and the default measures.
+    Entity& entity = _entities[entityIndex];
+    const EntityHandle handle(static_cast<uint32_t>(handleIndex), handleEntry._counter, 0);
+    entity.setHandle(handle);
+    entity.setId(_currentEntityId);
+    RandomNumberGenerator& processRng = getRNG();
+    entity.touchRNG().setSeed(static_cast<uint32_t>(_entities.size()) * kEntitySeedStride + processRng.getSeed());
+    ++_currentEntityId;
+
+    EntityType* type = _simulation->getEntityType(static_cast<int>(typeId));
+    if (type->getScaleMin() != type->getScaleMax())
+    {
+        const float u = static_cast<float>(processRng.rand()) * kUnitFromUint32;
+        entity.setScale(type->getScaleMin() + u * (type->getScaleMax() - type->getScaleMin()));
+    }
+    else
+    {
+        entity.setScale(type->getScaleMin());
+    }
+    entity.setRadius(type->getRadius());
+    entity.setHeight(type->getHeight());
+    entity.setPersonalSpace(type->getPersonalSpaceRadius());
+
+    type->addEntityHandle(handle);
+
+    const int contextCount = _simulation->getContextCount();
+    for (int i = 0; i < contextCount; ++i)
+    {
+        IContext* context = _simulation->getContextByIndex(i);
+        if (context->registeredOnCreateEntityComponent())
+        {
+            context->onCreateEntityComponent(entityIndex, handle, static_cast<int>(typeId));
+        }
+    }
+    return handle;
+}
+
+void EntitiesManager::createEntities(unsigned int typeId, EntityHandle* handles, int count)
+{
+    for (int i = 0; i < count; ++i)
+    {
+        handles[i] = createEntity(typeId);
+    }
+}
+
+void EntitiesManager::initEntity(EntityHandle handle)
+{
+    checkHandle(handle);
+    const int denseIndex = _handleEntries[handle._index]._contentIndex;
+    const int contextCount = _simulation->getContextCount();
+    for (int i = 0; i < contextCount; ++i)
+    {
+        // A context not yet initialised sees the entity in its own component initialisation.
+        IContext* context = _simulation->getContextByIndex(i);
+        if (context->isInitialized() && context->registeredOnInitEntityComponents())
+        {
+            context->onInitEntityComponents(denseIndex, denseIndex);
+        }
+    }
+}
+
+void EntitiesManager::initEntities()
+{
+    for (size_t i = 0; i < _entities.size(); ++i)
+    {
+        initEntity(_entities[i].getHandle());
+    }
+}
+
+void EntitiesManager::destroyEntity(EntityHandle handle)
+{
+    orvAssert(handle._isGroup == 0);
+    checkHandle(handle);
+    const int denseIndex = _handleEntries[handle._index]._contentIndex;
+    Entity& entity = _entities[denseIndex];
+
+    const EntityHandle parent = entity.getParentGroupHandle();
+    GroupsManager& groups = _simulation->touchGroupsManager();
+    if (parent._counter != 0 && parent._isGroup != 0 && groups.isValidEntityHandle(parent))
+    {
+        groups.getGroup(parent)->removeMember(entity);
+    }
+
+    // Contexts hear of the end in reverse order, with the dense index before the move.
+    const int contextCount = _simulation->getContextCount();
+    for (int i = contextCount - 1; i >= 0; --i)
+    {
+        IContext* context = _simulation->getContextByIndex(i);
+        if (context->isInitialized() && context->registeredOnFinishEntityComponents())
+        {
+            context->onFinishEntityComponents(denseIndex, denseIndex);
+        }
+    }
+    for (int i = contextCount - 1; i >= 0; --i)
+    {
+        IContext* context = _simulation->getContextByIndex(i);
+        if (context->isInitialized() && context->registeredOnDestroyEntityComponents())
+        {
+            context->onDestroyEntityComponents(denseIndex, denseIndex);
+        }
+    }
+
+    entity.getEntityType()->removeEntityHandle(entity.getIndexInEntityType());
+
+    HandleEntry& handleEntry = _handleEntries[handle._index];
+    handleEntry._nextFreeIndex = _firstFreeHandleEntry;
+    handleEntry._active = 0;
+    _firstFreeHandleEntry = handle._index;
+
+    const int lastIndex = static_cast<int>(_entities.size()) - 1;
+    if (denseIndex != lastIndex)
+    {
+        // The last entity moves into the hole; its generator state stays behind with the slot it leaves.
+        Entity& moved = _entities[lastIndex];
+        entity = moved;
+        _handleEntries[moved.getHandle()._index]._contentIndex = denseIndex;
+        entity.getEntityType()->updateEntityHandle(entity.getIndexInEntityType(), &entity);
+    }
+    _entities.pop_back();
+}
+
+void EntitiesManager::destroyEntities(const EntityHandle* handles, int count)
+{
+    for (int i = 0; i < count; ++i)
+    {
+        destroyEntity(handles[i]);
+    }
+}
+
+void EntitiesManager::reset()
+{
+    while (!_entities.empty())
+    {
+        destroyEntity(_entities.back().getHandle());
+    }
+}
+
+void EntitiesManager::updateEntities()
+{
+    const size_t count = _entities.size();
+    for (size_t i = 0; i < count; ++i)
+    {
+        _entities[i].setLastMoveOrientation(_entities[i].getMoveOrientation());
+    }
+}
+
+void EntitiesManager::setMaxEntities(int capacity)
+{
+    orvAssert(_simulation->getContextCount() == 2);
+    _entities.clear();
+    _handleEntries.clear();
+    _entities.set_capacity(capacity);
+    _handleEntries.set_capacity(capacity);
+    _handleEntries.resize(capacity);
+    linkFreeList(_handleEntries);
+    _currentEntityId = 0;
+    _firstFreeHandleEntry = 0;
+}
+
+} // namespace orv

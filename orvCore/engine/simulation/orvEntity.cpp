@@ -1,0 +1,85 @@
+// orvCore/engine/simulation/orvEntity.cpp
+#include "engine/simulation/orvEntity.h"
+
+#include "engine/ground/orvNoGround.h"
+
+namespace orv
+{
+
+Entity::Entity() = default;
+
+Entity::Entity(const Vector3& position, const Quaternion& orientation, float radius, float personalSpace,
+               float height)
+    : _radius(radius), _personalSpace(personalSpace), _height(height), _bodyOrientation(orientation),
+      _moveOrientation(orientation), _position(position), _lastMoveOrientation(orientation)
+{
+}
+
+Entity::~Entity() = default;
+
+Entity& Entity::operator=(const Entity& other)
+{
+    if (this == &other)
+    {
+        return *this;
+    }
+    _radius = other._radius;
+    _personalSpace = other._personalSpace;
+    _height = other._height;
+    _bodyOrientation = other._bodyOrientation;
+    _moveOrientation = other._moveOrientation;
+    _speed = other._speed;
+    _position = other._position;
+    _scale = other._scale;
+    _lod = other._lod;
+    // _rng stays: the destination keeps its own generator state.
+    _lastMoveOrientation = other._lastMoveOrientation;
+    _entityType = other._entityType;
+    _indexInEntityType = other._indexInEntityType;
+    _parentGroupHandle = other._parentGroupHandle;
+    _id = other._id;
+    _handle = other._handle;
+    _motionComponent = other._motionComponent;
+    _pathComponent = other._pathComponent;
+    _motionLocomotion = other._motionLocomotion;
+    _beMotionUse = other._beMotionUse;
+    _beGroundAdaptUse = other._beGroundAdaptUse;
+    _groundAdaptMode = other._groundAdaptMode;
+    // _physicUserPointer stays with the slot as well.
+    return *this;
+}
+
+int Entity::getGroundAdaptResponsible(const AbstractGround& ground) const
+{
+    if (dynamic_cast<const NoGround*>(&ground) != nullptr && !_pathComponent)
+    {
+        return 0;
+    }
+    if (_groundAdaptMode == 1)
+    {
+        return 4;
+    }
+    if (_groundAdaptMode != 2)
+    {
+        return 0;
+    }
+    if (!_motionComponent)
+    {
+        return 4;
+    }
+    if (_motionLocomotion)
+    {
+        return _beGroundAdaptUse != 0 ? 3 : 5;
+    }
+    if (_beMotionUse != 0)
+    {
+        return 1;
+    }
+    if (_beGroundAdaptUse == 0)
+    {
+        return 4;
+    }
+    return 2;
+}
+
+} // namespace orv

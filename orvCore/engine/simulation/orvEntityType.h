@@ -1,0 +1,49 @@
+// orvCore/engine/simulation/orvEntityType.h
+#pragma once
+
+#include <cstdint>
+
+#include "engine/simulation/orvAbstractEntityType.h"
+
+namespace orv
+{
+
+/// A kind of entity: the body measures and scale range its new instances get.
+class EntityType : public AbstractEntityType
+{
+public:
+    explicit EntityType(int maxCount);
+
+    float getScaleMin() const { return _scaleMin; }
+    float getScaleMax() const { return _scaleMax; }
+    /// New instances draw their scale in [min, max] from the process-wide generator when the two differ.
+    void setScaleRange(float scaleMin, float scaleMax)
+    {
+        _scaleMin = scaleMin;
+        _scaleMax = scaleMax;
+    }
+    float getRadius() const { return _radius; }
+    void setRadius(float radius) { _radius = radius; }
+    float getHeight() const { return _height; }
+    void setHeight(float height) { _height = height; }
+    float getPersonalSpaceRadius() const { return _personalSpaceRadius; }
+    void setPersonalSpaceRadius(float radius) { _personalSpaceRadius = radius; }
+    const OrvString& getCharacterFile() const { return _characterFile; }
+    void setCharacterFile(const OrvString& file) { _characterFile = file; }
+    float getPelvisHeightRatio() const { return _pelvisHeightRatio; }
+    void setPelvisHeightRatio(float ratio) { _pelvisHeightRatio = ratio; }
+    uint32_t getColorABGR() const { return _colorABGR; }
+    void setColorABGR(uint32_t color) { _colorABGR = color; }
+
+private:
+    float _scaleMin = 1.0f;
+    float _scaleMax = 1.0f;
+    float _radius = 0.15f;
+    float _height = 1.75f;
+    float _personalSpaceRadius = 0.2f;
+    OrvString _characterFile;
+    float _pelvisHeightRatio = 1.0f;
+    uint32_t _colorABGR = 4294967295u;
+};
+
+} // namespace orv

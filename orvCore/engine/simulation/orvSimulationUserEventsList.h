@@ -1,0 +1,22 @@
+// orvCore/engine/simulation/orvSimulationUserEventsList.h
+#pragma once
+
+#include "engine/simulation/orvSimulationUserEvent.h"
+#include "system/containers/orvArray.h"
+
+namespace orv
+{
+
+/// The user events of a simulation, in ascending trigger time: the walk stops at the first one not yet due, and
+/// at a null entry. The host fills it and keeps ownership of the events.
+class SimulationUserEventsList
+{
+public:
+    const Array<SimulationUserEvent*>& getUserEvents() const { return _userEvents; }
+    Array<SimulationUserEvent*>& touchUserEvents() { return _userEvents; }
+
+private:
+    Array<SimulationUserEvent*> _userEvents;
+};
+
+} // namespace orv

@@ -1,0 +1,26 @@
+// orvCore/knowledgeBase/orvKBContext.h
+#pragma once
+
+#include "engine/simulation/orvIContext.h"
+
+namespace orv
+{
+
+/// Keeps the knowledge bases of entities, groups and the world in step with them.
+/// A default context: every simulation holds one.
+class KBContext : public IContext
+{
+public:
+    KBContext();
+    ~KBContext() override;
+
+    void setContextType() override;
+    void allocateComponentsArrays() override;
+    void deallocateComponentsArrays() override;
+    void doInit() override;
+    void doUpdate(Time dt) override;
+    void doFinish() override;
+    const char* getClassName() const override { return "orv::KBContext"; }
+};
+
+} // namespace orv

@@ -1,0 +1,19 @@
+// orvCore/system/log/orvLogMutex.cpp
+#include "system/log/orvLogMutex.h"
+
+namespace orv
+{
+
+namespace
+{
+
+Mutex gLogMutex;
+
+} // namespace
+
+Mutex& getLogMutex()
+{
+    return gLogMutex;
+}
+
+} // namespace orv

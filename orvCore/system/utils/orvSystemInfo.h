@@ -1,0 +1,10 @@
+// orvCore/system/utils/orvSystemInfo.h
+#pragma once
+
+namespace orv
+{
+
+/// The number of processors online.
+unsigned int getNumCores();
+
+} // namespace orv
