@@ -60,7 +60,6 @@ public:
         }
         _enqueueHead.store(0, std::memory_order_relaxed);
         _dequeueTail.store(0, std::memory_order_relaxed);
-        std::atomic_thread_fence(std::memory_order_release);
     }
     /// Destroys what is left and forgets the buffer, which the caller then frees. After every thread stopped.
     void uninitialize()

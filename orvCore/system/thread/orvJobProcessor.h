@@ -41,10 +41,10 @@ public:
     bool isWaiting() const;
 
 private:
-    JobQueue _jobsToProcess;  // written by the producer, read by the loop
-    atomic32_t _isRunning;    // the loop is running
-    atomic32_t _isWaiting;    // the loop sleeps for lack of work
-    atomic32_t _stopProcessing;  // the loop must end
+    JobQueue _jobsToProcess;    // written by the producer, read by the loop
+    atomic32_t _isRunning;      // the loop is running
+    atomic32_t _isWaiting;      // the loop sleeps for lack of work
+    atomic32_t _stopProcessing; // the loop must end
 };
 
 } // namespace orv

@@ -54,10 +54,10 @@ public:
     bool wasInitialized() const { return _jobBuffer != nullptr; }
 
 private:
-    jobdef_t** _jobBuffer = nullptr;  // the slots, owned
-    uint32_t _bufferMask = 0;         // slot count minus 1
-    atomic32_t _enqueueHead;          // next slot to write, below the slot count; written by the producer
-    atomic32_t _dequeueTail;          // next slot to read, below the slot count; written by the consumer
+    jobdef_t** _jobBuffer = nullptr; // the slots, owned
+    uint32_t _bufferMask = 0;        // slot count minus 1
+    atomic32_t _enqueueHead;         // next slot to write, below the slot count; written by the producer
+    atomic32_t _dequeueTail;         // next slot to read, below the slot count; written by the consumer
 };
 
 } // namespace orv

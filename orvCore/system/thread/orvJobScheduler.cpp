@@ -52,7 +52,7 @@ bool JobScheduler::initialize(uint32_t workerCount, uint32_t jobBufferCount)
         const uint32_t nextIndex = requestIndex + 1;
         if (nextIndex == jobRequestCountMax)
         {
-            request._next = NULL;
+            request._next = nullptr;
         }
         else
         {
@@ -67,7 +67,7 @@ bool JobScheduler::initialize(uint32_t workerCount, uint32_t jobBufferCount)
 
 void JobScheduler::uninitialize()
 {
-    _availableRequest = NULL;
+    _availableRequest = nullptr;
     for (uint32_t workerIndex = 0; workerIndex < _workerCount; ++workerIndex)
     {
         const bool stopped = stopTask(_threads[workerIndex], &_workers[workerIndex]);
@@ -75,20 +75,20 @@ void JobScheduler::uninitialize()
         _workers[workerIndex].uninitialize();
     }
     delete[] _requestBuffer;
-    _requestBuffer = NULL;
+    _requestBuffer = nullptr;
     delete[] _jobBuffer;
-    _jobBuffer = NULL;
+    _jobBuffer = nullptr;
     delete[] _workers;
-    _workers = NULL;
+    _workers = nullptr;
     delete[] _threads;
-    _threads = NULL;
+    _threads = nullptr;
     _jobBufferCount = 0;
     _workerCount = 0;
 }
 
 bool JobScheduler::requestJobProcessing(jobprocess_t process, void* data, jobid_t& id)
 {
-    if (_availableRequest == NULL)
+    if (_availableRequest == nullptr)
     {
         return false;
     }
@@ -159,7 +159,7 @@ JobScheduler::jobrequest_t* JobScheduler::pickJobRequest(uint32_t workerIndex)
     jobrequest_t* request = _availableRequest;
     _availableRequest = request->_next;
     request->_workerIndex = workerIndex;
-    request->_next = NULL;
+    request->_next = nullptr;
     return request;
 }
 

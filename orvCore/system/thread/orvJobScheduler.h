@@ -83,14 +83,14 @@ private:
     /// The slot of a valid id: assertion.
     const jobdef_t& getJob(jobid_t id) const;
 
-    uint32_t _workerCount = 0;
-    threaddef_t* _threads = nullptr;         // one per worker, owned
-    JobProcessor* _workers = nullptr;        // owned
-    uint32_t _jobBufferCount = 0;            // job slots, a power of two
-    jobdef_t* _jobBuffer = nullptr;          // the slots, owned
-    jobrequest_t* _requestBuffer = nullptr;  // one per slot, same index, owned
-    uint32_t _nextWorkerIndex = 0;           // rotation cursor, taken modulo the worker count
-    jobrequest_t* _availableRequest = nullptr;  // head of the free list
+    uint32_t _workerCount = 0;                 // worker threads
+    threaddef_t* _threads = nullptr;           // one per worker, owned
+    JobProcessor* _workers = nullptr;          // owned
+    uint32_t _jobBufferCount = 0;              // job slots, a power of two
+    jobdef_t* _jobBuffer = nullptr;            // the slots, owned
+    jobrequest_t* _requestBuffer = nullptr;    // one per slot, same index, owned
+    uint32_t _nextWorkerIndex = 0;             // rotation cursor, taken modulo the worker count
+    jobrequest_t* _availableRequest = nullptr; // head of the free list
 };
 
 } // namespace orv

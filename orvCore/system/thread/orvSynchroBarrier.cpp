@@ -10,14 +10,14 @@ namespace orv
 
 SynchroBarrier::SynchroBarrier()
 {
-    const int mutexResult = pthread_mutex_init(&_mutex, NULL);
+    const int mutexResult = pthread_mutex_init(&_mutex, nullptr);
     if (mutexResult != 0)
     {
         orvExit("Cannot initialise the barrier's mutex: %s", strerror(mutexResult));
     }
     for (pthread_cond_t& condition : _condition)
     {
-        const int conditionResult = pthread_cond_init(&condition, NULL);
+        const int conditionResult = pthread_cond_init(&condition, nullptr);
         if (conditionResult != 0)
         {
             orvExit("Cannot initialise the barrier's condition: %s", strerror(conditionResult));

@@ -38,12 +38,12 @@ private:
     /// Wait limit in milliseconds: none, wait sleeps until the release.
     static constexpr unsigned int _timeOut = 0xFFFFFFFFu;
 
-    unsigned int _threadCount = 0;            // automatic release threshold, 0 for never
-    unsigned int _currentThreadsWaiting = 0;  // threads asleep in wait
-    unsigned int _condIndex = 0;              // condition of the next wait, 0 or 1
-    uint64_t _releaseCount = 0;               // releases so far; a sleeper leaves only when it has moved
-    mutable pthread_mutex_t _mutex;           // guards the fields above
-    pthread_cond_t _condition[2];             // alternating: a wait sleeps on _condition[_condIndex]
+    unsigned int _threadCount = 0;           // automatic release threshold, 0 for never
+    unsigned int _currentThreadsWaiting = 0; // threads asleep in wait
+    unsigned int _condIndex = 0;             // condition of the next wait, 0 or 1
+    uint64_t _releaseCount = 0;              // releases so far; a sleeper leaves only when it has moved
+    mutable pthread_mutex_t _mutex;          // guards the fields above
+    pthread_cond_t _condition[2];            // alternating: a wait sleeps on _condition[_condIndex]
 };
 
 } // namespace orv

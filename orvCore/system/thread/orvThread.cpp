@@ -2,6 +2,7 @@
 #include "system/thread/orvThread.h"
 
 #include <cstring>
+#include <exception>
 #include <system_error>
 #include <unistd.h>
 
@@ -18,7 +19,7 @@ namespace
 void* runTaskRoutine(void* task)
 {
     static_cast<TaskBase*>(task)->runTask();
-    return NULL;
+    return nullptr;
 }
 
 } // namespace
@@ -36,11 +37,11 @@ bool createThread(threaddef_t& threadDef, threadroutine_t startRoutine, void* ar
     {
         threadDef._threadTBB = std::thread(startRoutine, arg);
     }
-    catch (const std::system_error&)
+    catch (const std::exception&)
     {
         // Out of threads or memory: the caller decides, and the record stays free for another try.
         threadDef._start_routine = nullptr;
-        threadDef._arg = NULL;
+        threadDef._arg = nullptr;
         resetThreadId(threadDef);
         return false;
     }
@@ -64,7 +65,7 @@ bool joinThread(threaddef_t& threadDef)
         return false;
     }
     resetThreadId(threadDef);
-    threadDef._arg = NULL;
+    threadDef._arg = nullptr;
     return true;
 }
 

@@ -211,22 +211,6 @@ TEST_F(ArrayLifetimeTest, ShrinkingEraseAndPopDestroyTheSurplus)
     EXPECT_EQ(3, a[4].value);
 }
 
-TEST_F(ArrayLifetimeTest, GrowthMovesEveryElementToTheNewBlock)
-{
-    orv::Array<Counted> a;
-    for (int i = 0; i < 57; ++i)
-    {
-        a.push_back(Counted(i));
-    }
-    EXPECT_EQ(57, Counted::live);
-    for (int i = 0; i < 57; ++i)
-    {
-        ASSERT_EQ(i, a[i].value);
-    }
-    orv::Array<Counted> copy = a;
-    EXPECT_EQ(114, Counted::live);
-}
-
 using ArrayDeathTest = ::testing::Test;
 
 TEST_F(ArrayDeathTest, AtPastTheEndIsFatal)

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "orvTestSpinWait.h"
 #include "system/thread/orvJobProcessor.h"
 #include "system/thread/orvThread.h"
-#include "orvTestSpinWait.h"
 
 namespace
 {
@@ -36,8 +36,8 @@ TEST_F(JobProcessorDeathTest, UninitializingARunningWorkerIsFatal)
     ASSERT_TRUE(_worker.initialize(4));
     ASSERT_TRUE(orv::startTask(_thread, &_worker));
     ASSERT_TRUE(orv::test::spinUntil([&]() { return _worker.isRunningTask(); }));
-    EXPECT_DEATH(_worker.requestStopTask(); _worker.requestStopTask(),
-                 "atomicLoadAcquireBool\\(_stopProcessing\\) == false");
+    EXPECT_DEATH(_worker.requestStopTask();
+                 _worker.requestStopTask(), "atomicLoadAcquireBool\\(_stopProcessing\\) == false");
     ASSERT_TRUE(orv::stopTask(_thread, &_worker));
     _worker.uninitialize();
 }

@@ -2,9 +2,9 @@
 
 #include <vector>
 
+#include "orvTestSpinWait.h"
 #include "system/thread/orvAtomic.h"
 #include "system/thread/orvJobScheduler.h"
-#include "orvTestSpinWait.h"
 
 namespace
 {

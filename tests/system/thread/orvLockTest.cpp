@@ -2,13 +2,13 @@
 
 #include <thread>
 
+#include "orvTestSpinWait.h"
 #include "system/thread/orvAtomic.h"
 #include "system/thread/orvConditionVar.h"
 #include "system/thread/orvMutex.h"
 #include "system/thread/orvRWSpinLock.h"
 #include "system/thread/orvScopedLock.h"
 #include "system/thread/orvSpinLock.h"
-#include "orvTestSpinWait.h"
 
 namespace
 {
@@ -34,7 +34,8 @@ TYPED_TEST(ExclusiveLockTest, ConcurrentIncrementsUnderTheLockAreNeverLost)
 {
     const unsigned int kIncrements = 20000;
     unsigned int counter = 0;
-    auto work = [&]() {
+    auto work = [&]()
+    {
         for (unsigned int i = 0; i < kIncrements; ++i)
         {
             orv::ScopedLock<TypeParam> guard(this->_lock);
@@ -66,23 +67,27 @@ TEST(RWSpinLockTest, WriterExcludesEveryoneAndReadersExcludeOnlyWriters)
     bool writerTaken = true;
     {
         orv::ScopedLockRW<orv::RWSpinLock, true> writer(lock);
-        onOtherThread([&]() {
-            readerTaken = lock.trylockReader();
-            writerTaken = lock.trylockWriter();
-        });
+        onOtherThread(
+            [&]()
+            {
+                readerTaken = lock.trylockReader();
+                writerTaken = lock.trylockWriter();
+            });
     }
     EXPECT_FALSE(readerTaken);
     EXPECT_FALSE(writerTaken);
     {
         orv::ScopedLockRW<orv::RWSpinLock, false> reader(lock);
-        onOtherThread([&]() {
-            readerTaken = lock.trylockReader();
-            writerTaken = lock.trylockWriter();
-            if (readerTaken)
+        onOtherThread(
+            [&]()
             {
-                lock.unlockReader();
-            }
-        });
+                readerTaken = lock.trylockReader();
+                writerTaken = lock.trylockWriter();
+                if (readerTaken)
+                {
+                    lock.unlockReader();
+                }
+            });
     }
     EXPECT_TRUE(readerTaken);
     EXPECT_FALSE(writerTaken);
@@ -111,12 +116,14 @@ TEST_F(ConditionVarTest, NotificationWakesAWaiterBeforeItsLimit)
 {
     orv::atomic32_t waiting;
     bool notified = false;
-    std::thread waiter([&]() {
-        orv::ConditionLock hold(_mutex);
-        // The mutex stays held from here until waitFor releases it, so the notifier cannot come too early.
-        orv::atomicStoreReleaseBool(waiting, true);
-        notified = _condition.waitFor(hold, 600000);
-    });
+    std::thread waiter(
+        [&]()
+        {
+            orv::ConditionLock hold(_mutex);
+            // The mutex stays held from here until waitFor releases it, so the notifier cannot come too early.
+            orv::atomicStoreReleaseBool(waiting, true);
+            notified = _condition.waitFor(hold, 600000);
+        });
     ASSERT_TRUE(orv::test::spinUntil([&]() { return orv::atomicLoadAcquireBool(waiting); }));
     {
         orv::ConditionLock hold(_mutex);

@@ -2,9 +2,9 @@
 
 #include <thread>
 
+#include "orvTestSpinWait.h"
 #include "system/thread/orvAtomic.h"
 #include "system/thread/orvSynchroBarrier.h"
-#include "orvTestSpinWait.h"
 
 namespace
 {
@@ -61,22 +61,24 @@ TEST_F(SynchroBarrierTest, EachLaunchRunsEveryWorkerExactlyOnceOverManyRounds)
     std::thread workers[kWorkers];
     for (unsigned int w = 0; w < kWorkers; ++w)
     {
-        workers[w] = std::thread([&, w]() {
-            for (;;)
+        workers[w] = std::thread(
+            [&, w]()
             {
-                if (!_barrier.wait())
+                for (;;)
                 {
-                    failedWaits.fetchAndIncrement();
-                    return;
+                    if (!_barrier.wait())
+                    {
+                        failedWaits.fetchAndIncrement();
+                        return;
+                    }
+                    if (orv::atomicLoadAcquireBool(stop))
+                    {
+                        return;
+                    }
+                    roundsRun[w].fetchAndIncrement();
+                    doneCount.fetchAndIncrement();
                 }
-                if (orv::atomicLoadAcquireBool(stop))
-                {
-                    return;
-                }
-                roundsRun[w].fetchAndIncrement();
-                doneCount.fetchAndIncrement();
-            }
-        });
+            });
     }
 
     for (unsigned int round = 1; round <= kRounds; ++round)

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "orvTestSpinWait.h"
 #include "system/thread/orvAtomic.h"
 #include "system/thread/orvTaskBase.h"
 #include "system/thread/orvThread.h"
-#include "orvTestSpinWait.h"
 
 namespace
 {

@@ -1,0 +1,116 @@
+// Frame throughput of the wander crowd on our pool beside the same work on oneTBB's parallel_for, the cost of an
+// empty frame, and the cost of one parallel run.
+#include <benchmark/benchmark.h>
+
+#include <oneapi/tbb/blocked_range.h>
+#include <oneapi/tbb/global_control.h>
+#include <oneapi/tbb/parallel_for.h>
+
+#include "engine/simulation/orvSimulation.h"
+#include "engine/simulation/orvSimulationsProcessor.h"
+#include "orvBenchSupport.h"
+#include "orvWanderContext.h"
+
+namespace
+{
+
+const double kFrameStep = 1.0 / 25.0;
+
+/// A started library, a processor on the requested threads and one wandering simulation.
+class WanderWorld
+{
+public:
+    WanderWorld(int entityCount, int threadCount)
+    {
+        _processor.init(threadCount);
+        _simulation = new orv::Simulation(entityCount, 0);
+        _wander = new orvdemo::WanderContext();
+        _simulation->addContext(_wander);
+        _simulation->createEntityType(entityCount);
+        _simulation->createEntityType(entityCount);
+        for (int i = 0; i < entityCount; ++i)
+        {
+            _simulation->createEntity(static_cast<unsigned int>(i & 1));
+        }
+        _processor.addSimulation(_simulation);
+        _processor.update(kFrameStep);
+    }
+    ~WanderWorld() { _processor.finish(); }
+
+    orvbench::CoreScope _core;
+    orv::SimulationsProcessor _processor;
+    orv::Simulation* _simulation = nullptr;
+    orvdemo::WanderContext* _wander = nullptr;
+};
+
+void BM_FrameWander(benchmark::State& state)
+{
+    const int entities = static_cast<int>(state.range(0));
+    WanderWorld world(entities, static_cast<int>(state.range(1)));
+    for (auto _ : state)
+    {
+        world._processor.update(kFrameStep);
+    }
+    state.SetItemsProcessed(state.iterations() * entities);
+    state.counters["threads"] = world._processor.getThreadCount();
+}
+BENCHMARK(BM_FrameWander)
+    ->ArgsProduct({{1000, 10000, 100000}, {1, 2}})
+    ->ArgNames({"entities", "threads"})
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+
+/// The same per-entity work, driven by oneTBB's parallel_for over the entity range.
+void BM_FrameWanderTbbReference(benchmark::State& state)
+{
+    const int entities = static_cast<int>(state.range(0));
+    const int threads = static_cast<int>(state.range(1));
+    WanderWorld world(entities, 1);
+    tbb::global_control control(tbb::global_control::max_allowed_parallelism, static_cast<size_t>(threads));
+    orvdemo::WanderContext* wander = world._wander;
+    for (auto _ : state)
+    {
+        tbb::parallel_for(tbb::blocked_range<int>(0, entities), [wander](const tbb::blocked_range<int>& range) {
+            wander->onUpdateEntityComponents(kFrameStep, range.begin(), range.end() - 1);
+        });
+    }
+    state.SetItemsProcessed(state.iterations() * entities);
+}
+BENCHMARK(BM_FrameWanderTbbReference)
+    ->ArgsProduct({{1000, 10000, 100000}, {1, 2}})
+    ->ArgNames({"entities", "threads"})
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+
+/// A frame of a simulation with no entity: every default context's blocking batches and nothing else.
+void BM_EmptyFrame(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    orv::SimulationsProcessor processor;
+    processor.init(static_cast<int>(state.range(0)));
+    processor.addSimulation(new orv::Simulation(16, 0));
+    for (auto _ : state)
+    {
+        processor.update(kFrameStep);
+    }
+    processor.finish();
+}
+BENCHMARK(BM_EmptyFrame)->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
+
+void doNothing(orv::Time, void*, int, int) {}
+
+/// One parallel run: waking the workers on the barrier, two empty batches, and joining them.
+void BM_ParallelRun(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    orv::SimulationsProcessor processor;
+    processor.init(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+    {
+        processor.processThreadable(&doNothing, nullptr, 1, 1);
+    }
+    processor.finish();
+}
+BENCHMARK(BM_ParallelRun)->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
+
+} // namespace
