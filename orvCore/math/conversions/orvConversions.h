@@ -79,7 +79,8 @@ RotationMatrix toRotationMatrix(const AxisAngle& axisAngle);
 
 /// The angles that toQuaternion(out, order) turns back into q or -q. At a pole the middle angle is +-pi/2, the
 /// third is 0 and the first carries the rest. Returns which pole, if any. q must be unit.
-EulerPolesStatus::Value fromQuaternion(EulerAngles& out, const Quaternion& q, EulerOrder::Value order = EulerOrder::XYZ);
+EulerPolesStatus::Value fromQuaternion(EulerAngles& out, const Quaternion& q,
+                                       EulerOrder::Value order = EulerOrder::XYZ);
 /// The unit axis and the angle, in [0, 2 pi], of a unit quaternion; +Z and 0 for the identity.
 void fromQuaternion(AxisAngle& out, const Quaternion& q);
 

@@ -15,6 +15,7 @@ const float kUnskew3 = 0.166666667f;
 const float kSkew4 = 0.309017f;
 const float kUnskew4 = 0.1381966f;
 
+// clang-format off
 // Eight directions of the plane: the axes and the diagonals.
 const float grad2lut[8][2] = {{-1.0f, -1.0f}, {1.0f, 0.0f},  {-1.0f, 0.0f}, {1.0f, 1.0f},
                               {-1.0f, 1.0f},  {0.0f, -1.0f}, {0.0f, 1.0f},  {1.0f, -1.0f}};
@@ -47,6 +48,7 @@ const uint8_t simplex[64][4] = {
     {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0},
     {2, 0, 1, 3}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {3, 0, 1, 2}, {3, 0, 2, 1}, {0, 0, 0, 0}, {3, 1, 2, 0},
     {2, 1, 0, 3}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {3, 1, 0, 2}, {0, 0, 0, 0}, {3, 2, 0, 1}, {3, 2, 1, 0}};
+// clang-format on
 
 // Floor for the cell index; exact at integers, unlike a plain truncation for negative values.
 inline int fastFloor(float x)
@@ -77,6 +79,7 @@ inline float corner(float falloff, float gradientDotOffset)
 
 } // namespace
 
+// clang-format off
 const uint8_t perm[512] = {
     151, 160, 137, 91,  90,  15,  131, 13,  201, 95,  96,  53,  194, 233, 7,   225, 140, 36,  103, 30,  69,  142,
     8,   99,  37,  240, 21,  10,  23,  190, 6,   148, 247, 120, 234, 75,  0,   26,  197, 62,  94,  252, 219, 203,
@@ -102,6 +105,7 @@ const uint8_t perm[512] = {
     242, 193, 238, 210, 144, 12,  191, 179, 162, 241, 81,  51,  145, 235, 249, 14,  239, 107, 49,  192, 214, 31,
     181, 199, 106, 157, 184, 84,  204, 176, 115, 121, 50,  45,  127, 4,   150, 254, 138, 236, 205, 93,  222, 114,
     67,  29,  24,  72,  243, 141, 128, 195, 78,  66,  215, 61,  156, 180};
+// clang-format on
 
 float sdnoise1(float x)
 {
@@ -220,8 +224,8 @@ float sdnoise4(float x, float y, float z, float w)
     const float w0 = w - (static_cast<float>(l) - t);
     // The six pairwise comparisons pick the simplex; its row ranks the axes, and corner n steps along every axis
     // of rank at least 4 - n.
-    const int c = (x0 > y0 ? 32 : 0) | (x0 > z0 ? 16 : 0) | (y0 > z0 ? 8 : 0) | (x0 > w0 ? 4 : 0) |
-                  (y0 > w0 ? 2 : 0) | (z0 > w0 ? 1 : 0);
+    const int c = (x0 > y0 ? 32 : 0) | (x0 > z0 ? 16 : 0) | (y0 > z0 ? 8 : 0) | (x0 > w0 ? 4 : 0) | (y0 > w0 ? 2 : 0) |
+                  (z0 > w0 ? 1 : 0);
     const uint8_t* rank = simplex[c];
     const int i1 = rank[0] >= 3 ? 1 : 0;
     const int j1 = rank[1] >= 3 ? 1 : 0;
@@ -260,16 +264,16 @@ float sdnoise4(float x, float y, float z, float w)
     const float* g2 = grad4lut[perm[ii + i2 + perm[jj + j2 + perm[kk + k2 + perm[ll + l2]]]] & 31];
     const float* g3 = grad4lut[perm[ii + i3 + perm[jj + j3 + perm[kk + k3 + perm[ll + l3]]]] & 31];
     const float* g4 = grad4lut[perm[ii + 1 + perm[jj + 1 + perm[kk + 1 + perm[ll + 1]]]] & 31];
-    const float n0 = corner(0.6f - x0 * x0 - y0 * y0 - z0 * z0 - w0 * w0,
-                            g0[0] * x0 + g0[1] * y0 + g0[2] * z0 + g0[3] * w0);
-    const float n1 = corner(0.6f - x1 * x1 - y1 * y1 - z1 * z1 - w1 * w1,
-                            g1[0] * x1 + g1[1] * y1 + g1[2] * z1 + g1[3] * w1);
-    const float n2 = corner(0.6f - x2 * x2 - y2 * y2 - z2 * z2 - w2 * w2,
-                            g2[0] * x2 + g2[1] * y2 + g2[2] * z2 + g2[3] * w2);
-    const float n3 = corner(0.6f - x3 * x3 - y3 * y3 - z3 * z3 - w3 * w3,
-                            g3[0] * x3 + g3[1] * y3 + g3[2] * z3 + g3[3] * w3);
-    const float n4 = corner(0.6f - x4 * x4 - y4 * y4 - z4 * z4 - w4 * w4,
-                            g4[0] * x4 + g4[1] * y4 + g4[2] * z4 + g4[3] * w4);
+    const float n0 =
+        corner(0.6f - x0 * x0 - y0 * y0 - z0 * z0 - w0 * w0, g0[0] * x0 + g0[1] * y0 + g0[2] * z0 + g0[3] * w0);
+    const float n1 =
+        corner(0.6f - x1 * x1 - y1 * y1 - z1 * z1 - w1 * w1, g1[0] * x1 + g1[1] * y1 + g1[2] * z1 + g1[3] * w1);
+    const float n2 =
+        corner(0.6f - x2 * x2 - y2 * y2 - z2 * z2 - w2 * w2, g2[0] * x2 + g2[1] * y2 + g2[2] * z2 + g2[3] * w2);
+    const float n3 =
+        corner(0.6f - x3 * x3 - y3 * y3 - z3 * z3 - w3 * w3, g3[0] * x3 + g3[1] * y3 + g3[2] * z3 + g3[3] * w3);
+    const float n4 =
+        corner(0.6f - x4 * x4 - y4 * y4 - z4 * z4 - w4 * w4, g4[0] * x4 + g4[1] * y4 + g4[2] * z4 + g4[3] * w4);
     return 27.0f * (n0 + n1 + n2 + n3 + n4);
 }
 

@@ -9,7 +9,7 @@ namespace orv
 namespace
 {
 
-const int32_t kMtEndOffset = 624 * 4;  // byte offset one past the last state word
+const int32_t kMtEndOffset = 624 * 4; // byte offset one past the last state word
 const int kMtMiddle = 397;
 const uint32_t kMtMatrix = 0x9908B0DFu;
 const uint32_t kMtUpperMask = 0x80000000u;

@@ -35,7 +35,7 @@ private:
 
     uint32_t _seed = 0;
     static const uint16_t _mtLength = 624;
-    int32_t _mtIndex = 0;  // byte offset of the next word in _mtBuffer: a multiple of 4 from 0 to 2,496
+    int32_t _mtIndex = 0; // byte offset of the next word in _mtBuffer: a multiple of 4 from 0 to 2,496
     uint32_t _mtBuffer[_mtLength];
 };
 

@@ -7,7 +7,14 @@ namespace orv
 /// One of the three axes of a frame.
 struct Axis
 {
-    enum Value { X = 0, Y = 1, Z = 2, END = 3, BEGIN = 0 };
+    enum Value
+    {
+        X = 0,
+        Y = 1,
+        Z = 2,
+        END = 3,
+        BEGIN = 0
+    };
 };
 
 } // namespace orv

@@ -14,8 +14,10 @@ class AxisAngle
 public:
     /// No rotation about +Z.
     AxisAngle() = default;
+    /// A rotation by the angle, in radians, about the axis, kept as given.
     AxisAngle(const Vector3& axis, Angle angle) : _axis(axis), _angle(angle) {}
 
+    /// The axis as given, unnormalised.
     const Vector3& getAxis() const { return _axis; }
     Vector3& touchAxis() { return _axis; }
     void setAxis(const Vector3& axis) { _axis = axis; }

@@ -20,6 +20,7 @@ public:
 
     /// The shared identity, built on first use.
     static const RotationMatrix& getIdentity();
+    /// Becomes the identity.
     void setToIdentity();
 
     /// Row 0 to 2. Not checked.
@@ -34,6 +35,7 @@ public:
     RotationMatrix operator*(const RotationMatrix& other) const;
     /// The transpose, which is the inverse of a true rotation.
     RotationMatrix getTranspose() const;
+    /// The determinant: 1 for a true rotation.
     float getDeterminant() const;
 
     /// Exact equality of the nine terms.

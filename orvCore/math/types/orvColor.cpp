@@ -106,7 +106,8 @@ void hslToRgb(float hue, float saturation, float lightness, float& red, float& g
         red = green = blue = lightness;
         return;
     }
-    const float q = lightness < 0.5f ? lightness * (1.0f + saturation) : lightness + saturation - lightness * saturation;
+    const float q =
+        lightness < 0.5f ? lightness * (1.0f + saturation) : lightness + saturation - lightness * saturation;
     const float p = 2.0f * lightness - q;
     red = hueToRgb(p, q, hue + 1.0f / 3.0f);
     green = hueToRgb(p, q, hue);

@@ -7,7 +7,17 @@ namespace orv
 /// A unit of length.
 struct distanceUnit
 {
-    enum Value { METER = 0, DECIMETER = 1, CENTIMETER = 2, MILLIMETER = 3, INCH = 4, FEET = 5, YARD = 6, END = 7 };
+    enum Value
+    {
+        METER = 0,
+        DECIMETER = 1,
+        CENTIMETER = 2,
+        MILLIMETER = 3,
+        INCH = 4,
+        FEET = 5,
+        YARD = 6,
+        END = 7
+    };
 };
 
 /// Metres in one of the unit; 1 for a value out of range.

@@ -18,6 +18,7 @@ public:
     bool isEmpty() const { return _empty; }
     /// Marks the interval empty or not, keeping the bounds.
     void setEmpty(bool empty) { _empty = empty; }
+    /// The bounds, as last set; meaningless when empty.
     T getLowerBound() const { return _lowerBound; }
     T getUpperBound() const { return _upperBound; }
     void setLowerBound(T lower) { _lowerBound = lower; }

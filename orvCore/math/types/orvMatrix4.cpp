@@ -190,10 +190,10 @@ void Matrix4::rotationAxis(const Vector3& axis, Angle angle)
     const float x = u.x;
     const float y = u.y;
     const float z = u.z;
-    *this = Matrix4(Vector4(x * x * t + c, x * y * t + z * s, x * z * t - y * s, 0.0f),
-                    Vector4(x * y * t - z * s, y * y * t + c, y * z * t + x * s, 0.0f),
-                    Vector4(x * z * t + y * s, y * z * t - x * s, z * z * t + c, 0.0f),
-                    Vector4(0.0f, 0.0f, 0.0f, 1.0f));
+    *this =
+        Matrix4(Vector4(x * x * t + c, x * y * t + z * s, x * z * t - y * s, 0.0f),
+                Vector4(x * y * t - z * s, y * y * t + c, y * z * t + x * s, 0.0f),
+                Vector4(x * z * t + y * s, y * z * t - x * s, z * z * t + c, 0.0f), Vector4(0.0f, 0.0f, 0.0f, 1.0f));
 }
 
 bool Matrix4::approxEqual(const Matrix4& other, float tolerance) const

@@ -186,8 +186,8 @@ const char* toString(const Quaternion& q, char* buffer, size_t bufferSize)
 {
     if (bufferSize > 0)
     {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(q.x),
-                 static_cast<double>(q.y), static_cast<double>(q.z), static_cast<double>(q.w));
+        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(q.x), static_cast<double>(q.y),
+                 static_cast<double>(q.z), static_cast<double>(q.w));
     }
     return buffer;
 }

@@ -16,6 +16,7 @@ class Quaternion
 public:
     /// The identity rotation (0, 0, 0, 1).
     constexpr Quaternion() = default;
+    /// The quaternion with these components, w last.
     constexpr Quaternion(float xValue, float yValue, float zValue, float wValue)
         : x(xValue), y(yValue), z(zValue), w(wValue)
     {

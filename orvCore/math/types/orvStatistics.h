@@ -18,6 +18,7 @@ public:
     void clear() { _values.clear(); }
     /// Number of samples.
     size_t size() const { return _values.size(); }
+    /// The samples, in the order they came.
     const PODArray<float>& getValues() const { return _values; }
     PODArray<float>& touchValues() { return _values; }
 

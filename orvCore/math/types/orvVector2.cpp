@@ -122,8 +122,8 @@ Angle angle(const Vector2& a, const Vector2& b)
     return std::atan2(crossProduct(a, b), dotProduct(a, b));
 }
 
-bool computeBarycentricsCoordinates(const Vector2& p, const Vector2& a, const Vector2& b, const Vector2& c,
-                                    float& u, float& v, float& w)
+bool computeBarycentricsCoordinates(const Vector2& p, const Vector2& a, const Vector2& b, const Vector2& c, float& u,
+                                    float& v, float& w)
 {
     const Vector2 ab = b - a;
     const Vector2 ac = c - a;

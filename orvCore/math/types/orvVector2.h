@@ -14,6 +14,7 @@ class Vector2
 public:
     /// The null vector.
     constexpr Vector2() = default;
+    /// The vector with these components.
     constexpr Vector2(float xValue, float yValue) : x(xValue), y(yValue) {}
 
     /// The shared null vector, built on first use.
@@ -21,9 +22,11 @@ public:
 
     /// True when both components are exactly 0.
     bool isNull() const { return x == 0.0f && y == 0.0f; }
+    /// Sets every component to 0.
     void setNull() { x = y = 0.0f; }
     /// Sets both components to the value.
     void fill(float value) { x = y = value; }
+    /// Sets the components, in order.
     void setValues(float xValue, float yValue)
     {
         x = xValue;
@@ -59,6 +62,7 @@ public:
     /// Direction from +X, counter-clockwise, in (-pi, pi]; 0 for the null vector.
     Angle getAngle() const;
 
+    /// Componentwise sum, difference, negation, scaling and division; the compound forms change this vector.
     Vector2 operator+(const Vector2& other) const { return Vector2(x + other.x, y + other.y); }
     Vector2 operator-(const Vector2& other) const { return Vector2(x - other.x, y - other.y); }
     Vector2 operator-() const { return Vector2(-x, -y); }
@@ -109,8 +113,8 @@ bool areCollinear(const Vector2& a, const Vector2& b, float tolerance);
 Angle angle(const Vector2& a, const Vector2& b);
 
 /// Weights (u, v, w) of a, b and c that give p, in the triangle's plane. False for a degenerate triangle.
-bool computeBarycentricsCoordinates(const Vector2& p, const Vector2& a, const Vector2& b, const Vector2& c,
-                                    float& u, float& v, float& w);
+bool computeBarycentricsCoordinates(const Vector2& p, const Vector2& a, const Vector2& b, const Vector2& c, float& u,
+                                    float& v, float& w);
 
 /// Writes "(x, y)", each to 9 significant digits, into the caller's buffer, cut to its size; returns the buffer.
 const char* toString(const Vector2& v, char* buffer, size_t bufferSize);

@@ -41,12 +41,12 @@ void Vector3::normalizeSelf()
     // The bias keeps s above 0, so a null vector gets a finite scale and stays null without a branch.
     const float s = x * x + y * y + z * z + minimalFloatValueToAvoidTestingForNullity;
 #ifdef __SSE__
-    const __m128 lanes = _mm_load_ps(&x);
+    const __m128 lanes = _mm_loadu_ps(&x);
     const __m128 estimate = _mm_rsqrt_ss(_mm_set_ss(s));
     const float r = _mm_cvtss_f32(estimate);
     // One Newton-Raphson step takes the 12-bit estimate to about 22 bits.
     const float scale = r * (1.5f - 0.5f * s * r * r);
-    _mm_store_ps(&x, _mm_mul_ps(lanes, _mm_set1_ps(scale)));
+    _mm_storeu_ps(&x, _mm_mul_ps(lanes, _mm_set1_ps(scale)));
 #else
     const float scale = 1.0f / std::sqrt(s);
     x *= scale;
@@ -187,8 +187,8 @@ Angle findNearestUnitAxis(Vector3& out, const Vector3& v)
     return smallest;
 }
 
-bool computeBarycentricsCoordinates(const Vector3& p, const Vector3& a, const Vector3& b, const Vector3& c,
-                                    float& u, float& v, float& w)
+bool computeBarycentricsCoordinates(const Vector3& p, const Vector3& a, const Vector3& b, const Vector3& c, float& u,
+                                    float& v, float& w)
 {
     const Vector3 ab = b - a;
     const Vector3 ac = c - a;

@@ -17,6 +17,7 @@ class alignas(16) Vector3
 public:
     /// The null vector.
     constexpr Vector3() = default;
+    /// The vector with these components.
     constexpr Vector3(float xValue, float yValue, float zValue) : x(xValue), y(yValue), z(zValue) {}
 
     /// Added to the squared length before the reciprocal square root, so that normalising needs no test for 0.
@@ -27,9 +28,11 @@ public:
 
     /// True when x, y and z are exactly 0.
     bool isNull() const { return x == 0.0f && y == 0.0f && z == 0.0f; }
+    /// Sets every component to 0.
     void setNull() { x = y = z = _alignmentValue = 0.0f; }
     /// Sets x, y and z to the value.
     void fill(float value) { x = y = z = value; }
+    /// Sets the components, in order.
     void setValues(float xValue, float yValue, float zValue)
     {
         x = xValue;
@@ -65,6 +68,7 @@ public:
     /// Turns about +Z by the angle, counter-clockwise seen from +Z.
     void rotateZSelf(Angle angle);
 
+    /// Componentwise sum, difference, negation, scaling and division; the compound forms change this vector.
     Vector3 operator+(const Vector3& other) const { return Vector3(x + other.x, y + other.y, z + other.z); }
     Vector3 operator-(const Vector3& other) const { return Vector3(x - other.x, y - other.y, z - other.z); }
     Vector3 operator-() const { return Vector3(-x, -y, -z); }
@@ -124,8 +128,8 @@ Angle findNearestUnitAxis(Vector3& out, const Vector3& v);
 
 /// Weights (u, v, w) of a, b and c whose blend is the projection of p on the triangle's plane. False for a
 /// degenerate triangle.
-bool computeBarycentricsCoordinates(const Vector3& p, const Vector3& a, const Vector3& b, const Vector3& c,
-                                    float& u, float& v, float& w);
+bool computeBarycentricsCoordinates(const Vector3& p, const Vector3& a, const Vector3& b, const Vector3& c, float& u,
+                                    float& v, float& w);
 
 /// Writes "(x, y, z)", each to 9 significant digits, into the caller's buffer, cut to its size; returns the buffer.
 const char* toString(const Vector3& v, char* buffer, size_t bufferSize);

@@ -25,7 +25,9 @@ int compareWithTolerance(float a, float b, float tolerance)
 
 } // namespace
 
-Vector4::Vector4(const Vector3& v, float wValue) : x(v.x), y(v.y), z(v.z), w(wValue) {}
+Vector4::Vector4(const Vector3& v, float wValue) : x(v.x), y(v.y), z(v.z), w(wValue)
+{
+}
 
 const Vector4& Vector4::getNullVector()
 {
@@ -130,8 +132,8 @@ const char* toString(const Vector4& v, char* buffer, size_t bufferSize)
 {
     if (bufferSize > 0)
     {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(v.x),
-                 static_cast<double>(v.y), static_cast<double>(v.z), static_cast<double>(v.w));
+        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(v.x), static_cast<double>(v.y),
+                 static_cast<double>(v.z), static_cast<double>(v.w));
     }
     return buffer;
 }

@@ -14,6 +14,7 @@ class Vector4
 public:
     /// The null vector.
     constexpr Vector4() = default;
+    /// The vector with these components.
     constexpr Vector4(float xValue, float yValue, float zValue, float wValue)
         : x(xValue), y(yValue), z(zValue), w(wValue)
     {
@@ -26,9 +27,11 @@ public:
 
     /// True when all four components are exactly 0.
     bool isNull() const { return x == 0.0f && y == 0.0f && z == 0.0f && w == 0.0f; }
+    /// Sets every component to 0.
     void setNull() { x = y = z = w = 0.0f; }
     /// Sets all four components to the value.
     void fill(float value) { x = y = z = w = value; }
+    /// Sets the components, in order.
     void setValues(float xValue, float yValue, float zValue, float wValue)
     {
         x = xValue;
@@ -57,6 +60,7 @@ public:
     /// True when the squared length is within the tolerance of 1.
     bool isNormalized(float tolerance) const;
 
+    /// Componentwise sum, difference, negation, scaling and division; the compound forms change this vector.
     Vector4 operator+(const Vector4& o) const { return Vector4(x + o.x, y + o.y, z + o.z, w + o.w); }
     Vector4 operator-(const Vector4& o) const { return Vector4(x - o.x, y - o.y, z - o.z, w - o.w); }
     Vector4 operator-() const { return Vector4(-x, -y, -z, -w); }

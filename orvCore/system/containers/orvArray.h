@@ -23,7 +23,9 @@ public:
     typedef const T* const_iterator;
 
     /// An empty array: no block, capacity 0.
-    explicit Array(MemoryAllocator* allocator = nullptr, MemAllocStatId statId = 0)
+    Array() = default;
+    /// The same; the allocator arguments are accepted and dropped.
+    explicit Array(MemoryAllocator* allocator, MemAllocStatId statId = 0)
     {
         (void)allocator;
         (void)statId;

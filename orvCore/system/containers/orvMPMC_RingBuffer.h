@@ -28,7 +28,9 @@ public:
         alignas(T) unsigned char _payload[sizeof(T)];
     };
 
+    /// A ring with no buffer yet.
     MPMC_RingBuffer() = default;
+    /// Not copyable: the counters are shared between threads.
     MPMC_RingBuffer(const MPMC_RingBuffer&) = delete;
     MPMC_RingBuffer& operator=(const MPMC_RingBuffer&) = delete;
     ~MPMC_RingBuffer() { uninitialize(); }

@@ -125,6 +125,7 @@ Node* bound(Node* root, Node* nil, const K& key, bool upper)
     return result;
 }
 
+/// Turns x's right child into x's parent, keeping the key order.
 template <typename Node>
 void rotateLeft(Node*& root, Node* nil, Node* x)
 {
@@ -151,6 +152,7 @@ void rotateLeft(Node*& root, Node* nil, Node* x)
     x->_parent = y;
 }
 
+/// Turns x's left child into x's parent, keeping the key order.
 template <typename Node>
 void rotateRight(Node*& root, Node* nil, Node* x)
 {
@@ -274,6 +276,7 @@ void link(Node*& root, Node* nil, Node* parent, Node* z)
     root->_color = Node::BLACK;
 }
 
+/// Restores the colour rules after a black node left the tree above x.
 template <typename Node>
 void eraseFixup(Node*& root, Node* nil, Node* x)
 {
@@ -471,7 +474,9 @@ public:
         typedef NodeType* pointer;
         typedef NodeType& reference;
 
+        /// A position in no map.
         IteratorBase() = default;
+        /// The position of node in map; node may be the map's sentinel.
         IteratorBase(NodeType* node, MapType* map) : _node(node), _map(map) {}
         /// A mutable position converts to a const one.
         template <bool OtherConst, typename = typename std::enable_if<IsConst && !OtherConst>::type>
@@ -533,7 +538,9 @@ public:
     typedef IteratorBase<true> const_iterator;
 
     /// An empty map; the allocator arguments are accepted and dropped.
-    explicit OrvMap(MemoryAllocator* allocator = nullptr, MemAllocStatId statId = 0)
+    OrvMap() = default;
+    /// The same; the allocator arguments are accepted and dropped.
+    explicit OrvMap(MemoryAllocator* allocator, MemAllocStatId statId = 0)
     {
         (void)allocator;
         (void)statId;

@@ -23,7 +23,9 @@ public:
     typedef const T* const_iterator;
 
     /// An empty array: no block, capacity 0.
-    explicit PODArray(MemoryAllocator* allocator = nullptr, MemAllocStatId statId = 0)
+    PODArray() = default;
+    /// The same; the allocator arguments are accepted and dropped.
+    explicit PODArray(MemoryAllocator* allocator, MemAllocStatId statId = 0)
     {
         (void)allocator;
         (void)statId;

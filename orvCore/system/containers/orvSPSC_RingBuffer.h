@@ -18,7 +18,9 @@ template <typename T>
 class SPSC_RingBuffer
 {
 public:
+    /// A ring with no buffer yet.
     SPSC_RingBuffer() = default;
+    /// Not copyable: the counters are shared between threads.
     SPSC_RingBuffer(const SPSC_RingBuffer&) = delete;
     SPSC_RingBuffer& operator=(const SPSC_RingBuffer&) = delete;
     ~SPSC_RingBuffer() { uninitialize(); }

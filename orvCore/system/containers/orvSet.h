@@ -48,7 +48,9 @@ public:
         typedef const K* pointer;
         typedef const K& reference;
 
+        /// A position in no set.
         const_iterator() = default;
+        /// The position of node in set; node may be the set's sentinel.
         const_iterator(const OrvSetNode* node, const OrvSet* set) : _node(node), _set(set) {}
 
         /// The key.
@@ -99,7 +101,9 @@ public:
     typedef const_iterator iterator;
 
     /// An empty set; the allocator arguments are accepted and dropped.
-    explicit OrvSet(MemoryAllocator* allocator = nullptr, MemAllocStatId statId = 0)
+    OrvSet() = default;
+    /// The same; the allocator arguments are accepted and dropped.
+    explicit OrvSet(MemoryAllocator* allocator, MemAllocStatId statId = 0)
     {
         (void)allocator;
         (void)statId;

@@ -13,7 +13,9 @@
 #include "system/log/orvLogEvent.h"
 
 #if defined(__SANITIZE_ADDRESS__)
-#include <sanitizer/allocator_interface.h>
+// The sanitizer runtime exports this hook; its header does not come with this compiler.
+extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(const volatile void*, size_t),
+                                                         void (*freeHook)(const volatile void*));
 #endif
 
 namespace

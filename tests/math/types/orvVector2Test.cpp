@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include "math/types/orvVector2.h"
-#include "math/types/orvVector4.h"
 
 namespace
 {
@@ -27,29 +26,6 @@ TEST(Vector2Test, AnglesAreSignedCounterClockwise)
     EXPECT_FLOAT_EQ(-orv::kHalfPi, orv::angle(Vector2(0.0f, 1.0f), Vector2(3.0f, 0.0f)));
     EXPECT_FLOAT_EQ(orv::kHalfPi, orv::angle(Vector2(3.0f, 0.0f), Vector2(0.0f, 1.0f)));
     EXPECT_EQ(0.0f, orv::angle(Vector2(), Vector2(0.0f, 1.0f)));
-}
-
-TEST(Vector2Test, NormalizeSelfKeepsTheNullVectorNull)
-{
-    Vector2 v;
-    v.normalizeSelf();
-    EXPECT_TRUE(v.isNull());
-    orv::Vector4 v4;
-    v4.normalizeSelf();
-    EXPECT_TRUE(v4.isNull());
-}
-
-TEST(Vector2Test, BarycentricCoordinatesRebuildThePoint)
-{
-    const Vector2 a(0.0f, 0.0f);
-    const Vector2 b(4.0f, 0.0f);
-    const Vector2 c(0.0f, 2.0f);
-    float u, v, w;
-    ASSERT_TRUE(orv::computeBarycentricsCoordinates(Vector2(1.0f, 1.0f), a, b, c, u, v, w));
-    EXPECT_FLOAT_EQ(0.25f, u);
-    EXPECT_FLOAT_EQ(0.25f, v);
-    EXPECT_FLOAT_EQ(0.5f, w);
-    EXPECT_FALSE(orv::computeBarycentricsCoordinates(Vector2(1.0f, 1.0f), a, b, b * 2.0f, u, v, w));
 }
 
 } // namespace

@@ -154,7 +154,9 @@ TYPED_TEST(BothArraysTest, CopiesAreIndependentAndCompareEqual)
     EXPECT_TRUE(a != b);
     EXPECT_EQ(7, a[2]);
     a = b;
-    a = a;
+    // Self-assignment must keep the elements.
+    TypeParam& alias = a;
+    a = alias;
     EXPECT_EQ(8, a[2]);
     b.push_back(1);
     EXPECT_NE(a.size(), b.size());

@@ -116,8 +116,8 @@ void produce(Ring& ring, uint64_t first, uint64_t count)
 TEST(SPSC_RingBufferTest, OneConsumerSeesOneProducerInOrder)
 {
     RingOnHeap<orv::SPSC_RingBuffer<uint64_t>> heap(64);
-    const uint64_t count = 100000;
-    std::thread producer([&heap, count] { produce(heap.ring(), 0, count); });
+    constexpr uint64_t count = 100000;
+    std::thread producer([&heap] { produce(heap.ring(), 0, count); });
     for (uint64_t expected = 0, value = 0; expected < count;)
     {
         if (heap.ring().try_pop(value))
@@ -137,13 +137,13 @@ TEST(MPMC_RingBufferTest, EveryItemIsPoppedOnceAndEachProducerStaysInOrder)
 {
     RingOnHeap<orv::MPMC_RingBuffer<uint64_t>> heap(16);
     // Producer p pushes p * span + 0, 1, 2 ...; two producers and two consumers.
-    const uint64_t span = 50000;
+    constexpr uint64_t span = 50000;
     std::vector<std::vector<uint64_t>> received(2);
     std::atomic<uint64_t> remaining(2 * span);
     std::vector<std::thread> threads;
     for (uint64_t p = 0; p < 2; ++p)
     {
-        threads.emplace_back([&heap, p, span] { produce(heap.ring(), p * span, span); });
+        threads.emplace_back([&heap, p] { produce(heap.ring(), p * span, span); });
         threads.emplace_back([&heap, &remaining, &received, p] {
             for (uint64_t value = 0; remaining.load() > 0;)
             {
