@@ -10,6 +10,7 @@
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "orvCore.h"
+#include "system/log/orvCoreLog.h"
 #include "orvWanderContext.h"
 
 namespace
@@ -24,19 +25,21 @@ struct Options
     int churn = 100;
     int churnEvery = 50;
     double dt = 1.0 / 25.0;
+    bool verbose = false;
 };
 
 void printUsage()
 {
     printf("usage: orvDemo [--entities N] [--frames N] [--types N] [--threads N] [--churn N] [--churn-every N]\n"
-           "               [--dt SECONDS]\n"
+           "               [--dt SECONDS] [--verbose]\n"
            "  --entities     entities in the crowd (10000)\n"
            "  --frames       frames to run (300)\n"
            "  --types        entity types the crowd is spread over (2)\n"
            "  --threads      threads, the calling one included; 0 for one per core (0)\n"
            "  --churn        entities destroyed and created anew at each churn (100)\n"
            "  --churn-every  frames between two churns (50)\n"
-           "  --dt           length of a frame in simulated seconds (0.04)\n");
+           "  --dt           length of a frame in simulated seconds (0.04)\n"
+           "  --verbose      show the library's information log lines\n");
 }
 
 bool parseOptions(int argc, char** argv, Options& options)
@@ -48,6 +51,11 @@ bool parseOptions(int argc, char** argv, Options& options)
         {
             printUsage();
             exit(0);
+        }
+        if (strcmp(flag, "--verbose") == 0)
+        {
+            options.verbose = true;
+            continue;
         }
         if (i + 1 >= argc)
         {
@@ -107,6 +115,10 @@ int main(int argc, char** argv)
 
     orv::useCoreDefaultAllocator();
     orv::initCore();
+    if (!options.verbose)
+    {
+        orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_WARNING);
+    }
     printf("%s\n", orv::getCoreProductInformation().getCString());
 
     orv::SimulationsProcessor processor;

@@ -13,8 +13,10 @@ namespace
 // strcpySafe's rule, kept local so that this record stays usable before anything else of the library.
 void boundedCopy(char* destination, size_t size, const char* source)
 {
-    strncpy(destination, source != nullptr ? source : "", size);
-    destination[size - 1] = '\0';
+    const char* text = source != nullptr ? source : "";
+    const size_t length = strnlen(text, size - 1);
+    memcpy(destination, text, length);
+    memset(destination + length, 0, size - length);
 }
 
 } // namespace

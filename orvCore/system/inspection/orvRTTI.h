@@ -349,16 +349,16 @@ public:                                                                         
     /** Adds, or while the descriptor is removing removes, the bases and attributes. Defined by the class. */     \
     static void addAttributes();                                                                                   \
     /** Adds (or removes) the attribute of a data member. */                                                      \
-    template <typename T>                                                                                          \
-    static void addAttribute(const char* name, T ClassName::*member)                                               \
+    template <typename OrvAttributeForm>                                                                           \
+    static void addAttribute(const char* name, OrvAttributeForm ClassName::*member)                                \
     {                                                                                                              \
-        _rtti->addAttribute(::orv::Attribute<T, ClassName>(name, _rtti, member));                                 \
+        _rtti->addAttribute(::orv::Attribute<OrvAttributeForm, ClassName>(name, _rtti, member));                  \
     }                                                                                                              \
-    /** Adds (or removes) the attribute of a getter and setter pair; T is the attribute's form. */                \
-    template <typename T, typename Getter, typename Setter>                                                        \
-    static void addAccessorsAttribute(const char* name, Getter getter, Setter setter)                             \
+    /** Adds (or removes) the attribute of a getter and setter pair of the given form. */                \
+    template <typename OrvAttributeForm, typename OrvGetter, typename OrvSetter>                                   \
+    static void addAccessorsAttribute(const char* name, OrvGetter getter, OrvSetter setter)                       \
     {                                                                                                              \
-        _rtti->addAttribute(::orv::AccessorsAttribute<T, ClassName>(name, _rtti, getter, setter));                \
+        _rtti->addAttribute(::orv::AccessorsAttribute<OrvAttributeForm, ClassName>(name, _rtti, getter, setter)); \
     }
 
 /// In a polymorphic class's body: the inspection members, with a virtual getRTTI.
