@@ -4,6 +4,13 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_RTTI(KBContext, "7f0405a7-ef65-4a21-811b-64d718b8e581", "orv::KBContext")
+
+void KBContext::addAttributes()
+{
+    _rtti->addBaseClass<IContext>();
+}
+
 KBContext::KBContext() : IContext(true, false) {}
 
 KBContext::~KBContext() = default;

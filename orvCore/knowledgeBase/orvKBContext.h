@@ -1,6 +1,8 @@
 // orvCore/knowledgeBase/orvKBContext.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvIContext.h"
 
 namespace orv
@@ -10,6 +12,8 @@ namespace orv
 /// A default context: every simulation holds one.
 class KBContext : public IContext
 {
+    ORV_DECLARE_RTTI(KBContext)
+
 public:
     KBContext();
     ~KBContext() override;
@@ -20,7 +24,6 @@ public:
     void doInit() override;
     void doUpdate(Time dt) override;
     void doFinish() override;
-    const char* getClassName() const override { return "orv::KBContext"; }
 };
 
 } // namespace orv

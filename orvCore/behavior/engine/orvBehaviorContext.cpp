@@ -4,6 +4,13 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_RTTI(BehaviorContext, "df997442-e330-427c-8a71-217ffc366790", "orv::BehaviorContext")
+
+void BehaviorContext::addAttributes()
+{
+    _rtti->addBaseClass<IContext>();
+}
+
 BehaviorContext::BehaviorContext() : IContext(true, true) {}
 
 BehaviorContext::~BehaviorContext() = default;

@@ -1,6 +1,8 @@
 // orvCore/behavior/engine/orvBehaviorContext.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvIContext.h"
 
 namespace orv
@@ -10,6 +12,8 @@ namespace orv
 /// A default context: every simulation holds one.
 class BehaviorContext : public IContext
 {
+    ORV_DECLARE_RTTI(BehaviorContext)
+
 public:
     BehaviorContext();
     ~BehaviorContext() override;
@@ -20,7 +24,6 @@ public:
     void doInit() override;
     void doUpdate(Time dt) override;
     void doFinish() override;
-    const char* getClassName() const override { return "orv::BehaviorContext"; }
 };
 
 } // namespace orv

@@ -4,12 +4,28 @@
 namespace orv
 {
 
-void GroundManager::init() {}
+ORV_IMPLEMENT_RTTI(GroundManager, "59f89947-2655-4251-b669-e58081ac04ea", "orv::GroundManager")
+
+void GroundManager::addAttributes()
+{
+    addAttribute("running", &GroundManager::_running);
+}
+
+void GroundManager::init()
+{
+    _running = true;
+}
 
 void GroundManager::update(Time) {}
 
-void GroundManager::finish() {}
+void GroundManager::finish()
+{
+    _running = false;
+}
 
-void GroundManager::reset() {}
+void GroundManager::reset()
+{
+    _running = false;
+}
 
 } // namespace orv

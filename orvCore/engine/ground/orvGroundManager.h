@@ -1,6 +1,8 @@
 // orvCore/engine/ground/orvGroundManager.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvTime.h"
 
 namespace orv
@@ -9,6 +11,8 @@ namespace orv
 /// The grounds of a simulation. Called by the simulation's blocking batches only.
 class GroundManager
 {
+    ORV_DECLARE_VALUE_RTTI(GroundManager)
+
 public:
     /// At simulation initialisation.
     void init();
@@ -18,6 +22,12 @@ public:
     void finish();
     /// Back to the state of a new manager.
     void reset();
+
+    /// True between init and finish.
+    bool isRunning() const { return _running; }
+
+private:
+    bool _running = false;
 };
 
 } // namespace orv

@@ -9,6 +9,21 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_ABSTRACT_RTTI(AbstractEntityType, "659abee9-30eb-4d91-9107-0d51c8c6d80b", "orv::AbstractEntityType")
+
+void AbstractEntityType::addAttributes()
+{
+    addAttribute("name", &AbstractEntityType::_name);
+    addAttribute("simulation", &AbstractEntityType::_simulation);
+    addAttribute("entityTypeId", &AbstractEntityType::_entityTypeId);
+    // Sizes the three arrays before they are read.
+    addAccessorsAttribute<int>("entityArraysCapacity", &AbstractEntityType::getEntityArraysCapacity,
+                               &AbstractEntityType::setEntityArraysCapacity);
+    addAttribute("entityHandles", &AbstractEntityType::_entityHandles);
+    addAttribute("recycledIndices", &AbstractEntityType::_recycledIndices);
+    addAttribute("behaviorGraph", &AbstractEntityType::_behaviorGraph);
+}
+
 const EntityHandle AbstractEntityType::_invalidHandle;
 
 AbstractEntityType::AbstractEntityType(int maxCount) : _behaviorGraph(maxCount)

@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvAbstractEntityType.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "engine/simulation/orvEntityHandle.h"
 #include "knowledgeBase/orvKnowledgeBase.h"
@@ -18,6 +20,8 @@ class Simulation;
 /// data of contexts and behaviours is indexed. Owned by its simulation; changed on the host thread only.
 class AbstractEntityType
 {
+    ORV_DECLARE_ABSTRACT_RTTI(AbstractEntityType)
+
 public:
     /// A type with room for maxCount instances.
     explicit AbstractEntityType(int maxCount);

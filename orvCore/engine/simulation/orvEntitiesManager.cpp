@@ -11,6 +11,17 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_ABSTRACT_RTTI(EntitiesManager, "1a2fa4b3-d391-4c62-9021-c0cfe4ffe239", "orv::EntitiesManager")
+
+void EntitiesManager::addAttributes()
+{
+    // Reserves the dense array before it is read, so that the entities do not move between the two passes.
+    addAccessorsAttribute<int>("reservedEntitiesSize", &EntitiesManager::getAllocatedEntityCount,
+                               &EntitiesManager::setAllocatedEntityCount);
+    addAttribute("entities", &EntitiesManager::_entities);
+    addAttribute("handleEntries", &EntitiesManager::_handleEntries);
+}
+
 namespace
 {
 

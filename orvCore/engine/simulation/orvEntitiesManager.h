@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvEntitiesManager.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvEntity.h"
 #include "engine/simulation/orvEntityHandle.h"
 #include "engine/simulation/orvHandleEntry.h"
@@ -16,6 +18,8 @@ class Simulation;
 /// batches; read by index from parallel slices.
 class EntitiesManager
 {
+    ORV_DECLARE_VALUE_RTTI(EntitiesManager)
+
 public:
     /// A manager with room for capacity entities.
     explicit EntitiesManager(int capacity);

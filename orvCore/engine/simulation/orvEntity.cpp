@@ -2,9 +2,31 @@
 #include "engine/simulation/orvEntity.h"
 
 #include "engine/ground/orvNoGround.h"
+#include "engine/simulation/orvAbstractEntityType.h"
 
 namespace orv
 {
+
+ORV_IMPLEMENT_RTTI(Entity, "0c688260-b5bb-4cab-99d5-b91f49208830", "orv::Entity")
+
+void Entity::addAttributes()
+{
+    addAttribute("entityType", &Entity::_entityType);
+    addAttribute("entityHandle", &Entity::_handle);
+    addAttribute("radius", &Entity::_radius);
+    addAttribute("personalSpace", &Entity::_personalSpace);
+    addAttribute("height", &Entity::_height);
+    addAttribute("bodyOrientation", &Entity::_bodyOrientation);
+    addAttribute("moveOrientation", &Entity::_moveOrientation);
+    addAttribute("speed", &Entity::_speed);
+    addAttribute("position", &Entity::_position);
+    addAttribute("scale", &Entity::_scale);
+    addAttribute("lod", &Entity::_lod);
+    addAttribute("parentGroupHandle", &Entity::_parentGroupHandle);
+    addAttribute("lastMoveOrientation", &Entity::_lastMoveOrientation);
+    addAttribute("indexInEntityType", &Entity::_indexInEntityType);
+    addAttribute("rng", &Entity::_rng);
+}
 
 Entity::Entity() = default;
 

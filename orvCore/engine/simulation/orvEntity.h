@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvEntity.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include <cstdint>
 
 #include "engine/simulation/orvEntityHandle.h"
@@ -18,6 +20,8 @@ class AbstractGround;
 /// the outside world keeps its EntityHandle. Written by one worker at a time during a frame.
 class Entity
 {
+    ORV_DECLARE_RTTI(Entity)
+
 public:
     /// Radius given to a new entity, in metres.
     static constexpr float DEFAULT_RADIUS = 0.15f;

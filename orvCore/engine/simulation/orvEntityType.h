@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvEntityType.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include <cstdint>
 
 #include "engine/simulation/orvAbstractEntityType.h"
@@ -11,8 +13,10 @@ namespace orv
 /// A kind of entity: the body measures and scale range its new instances get.
 class EntityType : public AbstractEntityType
 {
+    ORV_DECLARE_RTTI(EntityType)
+
 public:
-    explicit EntityType(int maxCount);
+    explicit EntityType(int maxCount = 0);
 
     float getScaleMin() const { return _scaleMin; }
     float getScaleMax() const { return _scaleMax; }

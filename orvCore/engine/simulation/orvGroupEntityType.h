@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvGroupEntityType.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include <cstdint>
 
 #include "engine/simulation/orvAbstractEntityType.h"
@@ -11,8 +13,10 @@ namespace orv
 /// A kind of group.
 class GroupEntityType : public AbstractEntityType
 {
+    ORV_DECLARE_RTTI(GroupEntityType)
+
 public:
-    explicit GroupEntityType(int maxCount);
+    explicit GroupEntityType(int maxCount = 0);
 
     bool isGroup() const override { return true; }
 

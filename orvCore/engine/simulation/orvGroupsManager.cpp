@@ -4,6 +4,10 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_ABSTRACT_RTTI(GroupsManager, "8ce9f76e-a46a-4271-ae17-8d5abc4a7ca1", "orv::GroupsManager")
+
+void GroupsManager::addAttributes() {}
+
 GroupsManager::GroupsManager(int capacity)
 {
     setMaxGroups(capacity);

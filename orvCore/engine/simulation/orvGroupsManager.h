@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvGroupsManager.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvEntityHandle.h"
 
 namespace orv
@@ -12,6 +14,8 @@ class Simulation;
 /// The groups of a simulation, kept by the same handle scheme as the entities, with the group bit set.
 class GroupsManager
 {
+    ORV_DECLARE_VALUE_RTTI(GroupsManager)
+
 public:
     explicit GroupsManager(int capacity);
 

@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvHandleEntry.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include <cstdint>
 #include <cstring>
 
@@ -10,6 +12,8 @@ namespace orv
 /// One entry of a handle table: free-list link, generation and activity in one word, then the dense position.
 struct HandleEntry
 {
+    ORV_DECLARE_VALUE_RTTI(HandleEntry)
+
     /// All zero.
     HandleEntry() : _nextFreeIndex(0), _counter(0), _active(0) {}
     /// A free entry linked to next.

@@ -8,6 +8,15 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_ABSTRACT_RTTI(IContext, "6facc219-6506-48df-a5fd-b7eafeef0de9", "orv::IContext")
+
+void IContext::addAttributes()
+{
+    addAttribute("lod", &IContext::_lod);
+    addAttribute("parentSimulation", &IContext::_simulation);
+    addAccessorsAttribute<unsigned int>("initialized", &IContext::getInitializedWord, &IContext::setInitializedWord);
+}
+
 IContext::IContext(bool multithread, bool processGroupsFirst)
     : _isInitMultithread(multithread), _isUpdateMultithread(multithread), _processGroupsFirst(processGroupsFirst)
 {
@@ -195,7 +204,7 @@ void IContext::finish()
     }
     doFinish();
     setInitialized(false);
-    orvLogCore(LogSeverity::LOG_INFO, getClassName() << " finished");
+    orvLogCore(LogSeverity::LOG_INFO, getRTTI()->getTypeName() << " finished");
 }
 
 void IContext::initBatch(Time, void* userData, int, int)
@@ -208,7 +217,7 @@ void IContext::initBatch(Time, void* userData, int, int)
     context->setContextType();
     context->doInit();
     context->setInitialized(true);
-    orvLogCore(LogSeverity::LOG_INFO, context->getClassName() << " initialized");
+    orvLogCore(LogSeverity::LOG_INFO, context->getRTTI()->getTypeName() << " initialized");
 }
 
 void IContext::initEntityTypeBatch(Time, void* userData, int first, int)

@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvIContext.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvEntityHandle.h"
 #include "engine/simulation/orvProcessingBatch.h"
 #include "system/thread/orvAtomic.h"
@@ -15,6 +17,8 @@ class Simulation;
 /// (registeredOn...) and handles them (on...). Contexts run in type order, each frame.
 class IContext
 {
+    ORV_DECLARE_ABSTRACT_RTTI(IContext)
+
 public:
     /// The run order of contexts; also what a context is.
     struct ContextType
@@ -92,8 +96,9 @@ public:
     virtual bool registeredOnDestroyGroupComponents() const { return false; }
     virtual void onDestroyGroupComponents(int first, int last);
 
-    /// The class name used in the context's log lines.
-    virtual const char* getClassName() const { return "orv::IContext"; }
+    /// The initialised flag as a word, 0 or 1, for the class's attribute.
+    unsigned int getInitializedWord() const { return isInitialized() ? 1u : 0u; }
+    void setInitializedWord(unsigned int initialized) { setInitialized(initialized != 0); }
 
     /// Undoes the initialisation: finish callbacks over every group and entity, then doFinish.
     void finish();

@@ -4,11 +4,32 @@
 #include "behavior/engine/orvBehaviorContext.h"
 #include "engine/simulation/orvGroup.h"
 #include "knowledgeBase/orvKBContext.h"
+#include "math/random/orvRandomNumberGenerator.h"
 #include "system/debug/orvAssert.h"
+#include "system/serialization/orvBinaryStream.h"
 #include "system/log/orvCoreLog.h"
 
 namespace orv
 {
+
+ORV_IMPLEMENT_ABSTRACT_RTTI(Simulation, "6f581c73-6759-46df-b1bd-45bbf40b8e50", "orv::Simulation")
+
+void Simulation::addAttributes()
+{
+    addAttribute("duration", &Simulation::_duration);
+    addAttribute("frame", &Simulation::_frame);
+    addAttribute("previousDuration", &Simulation::_previousDuration);
+    addAttribute("initialized", &Simulation::_initialized);
+    addAttribute("entitiesManager", &Simulation::_entitiesManager);
+    addAttribute("groupsManager", &Simulation::_groupsManager);
+    addAttribute("groundManager", &Simulation::_groundManager);
+    addAttribute("contexts", &Simulation::_contexts);
+    addAttribute("entityTypes", &Simulation::_entityTypes);
+    addAttribute("groupEntityTypes", &Simulation::_groupEntityTypes);
+    // Read last, when the entity array and the handle tables are complete: rebuilds the per-type pointers.
+    addAccessorsAttribute<bool>("resolveEntityTypeEntities", &Simulation::getResolveEntityTypeEntitiesDummy,
+                                &Simulation::setResolveEntityTypeEntities);
+}
 
 Simulation::Simulation(int maxEntities, int maxGroups) : _entitiesManager(maxEntities), _groupsManager(maxGroups)
 {
@@ -357,5 +378,86 @@ void Simulation::finishBatch(Time, void* userData, int, int)
 }
 
 void Simulation::emptyBlockingBatch(Time, void*, int, int) {}
+
+void Simulation::setResolveEntityTypeEntities(bool)
+{
+    for (size_t i = 0; i < _entityTypes.size(); ++i)
+    {
+        _entityTypes[i]->resolveEntityHandles(*this);
+    }
+}
+
+bool Simulation::exportToBinary(const char* path) const
+{
+    BinaryStream stream;
+    stream.pack(getRNG());
+    stream.pack(*this);
+    stream.exportTo(path);
+    return true;
+}
+
+bool Simulation::loadAndImportFromBinary(const char* path)
+{
+    BinaryStream stream;
+    stream.importFrom(path);
+    importFrom(stream);
+    return true;
+}
+
+bool Simulation::validateLoadedBinaryData(const uint8_t* data, size_t size)
+{
+    return data != nullptr && size != 0;
+}
+
+bool Simulation::importFromValidatedBinaryData(const uint8_t* data, size_t size, Simulation& simulation)
+{
+    BinaryStream stream;
+    stream.importFrom(data, size);
+    simulation.importFrom(stream);
+    return true;
+}
+
+void Simulation::importFrom(BinaryStream& stream)
+{
+    // The file's contexts replace this world's: the ones left out of the new array are dropped here, unfinished,
+    // since the world they served is gone.
+    const Array<IContext*> previousContexts = _contexts;
+    // The generator comes first, then the world: the file's order.
+    stream.unpack(getRNG());
+    stream.unpack(*this);
+    for (size_t i = 0; i < previousContexts.size(); ++i)
+    {
+        IContext* context = previousContexts[i];
+        bool kept = false;
+        for (size_t j = 0; j < _contexts.size() && !kept; ++j)
+        {
+            kept = _contexts[j] == context;
+        }
+        if (!kept)
+        {
+            context->deallocateComponentsArrays();
+            context->setSimulation(nullptr);
+            context->setInitialized(false);
+            delete context;
+        }
+    }
+    // Contexts made by the stream are set up as an added context is.
+    for (size_t j = 0; j < _contexts.size(); ++j)
+    {
+        IContext* context = _contexts[j];
+        bool known = false;
+        for (size_t i = 0; i < previousContexts.size() && !known; ++i)
+        {
+            known = previousContexts[i] == context;
+        }
+        if (!known && context != nullptr)
+        {
+            context->setContextType();
+            context->allocateComponentsArrays();
+        }
+    }
+    _kbContext = getContext<KBContext>();
+    _behaviorContext = getContext<BehaviorContext>();
+}
 
 } // namespace orv

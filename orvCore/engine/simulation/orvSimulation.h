@@ -1,6 +1,11 @@
 // orvCore/engine/simulation/orvSimulation.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
+#include <cstddef>
+#include <cstdint>
+
 #include "engine/ground/orvGroundManager.h"
 #include "engine/simulation/orvEntitiesManager.h"
 #include "engine/simulation/orvEntityType.h"
@@ -16,6 +21,7 @@ namespace orv
 {
 
 class BehaviorContext;
+class BinaryStream;
 class Group;
 class KBContext;
 class SimulationsCollection;
@@ -25,6 +31,8 @@ class SimulationsCollection;
 /// Changed by the host thread only, between frames.
 class Simulation
 {
+    ORV_DECLARE_RTTI(Simulation)
+
 public:
     /// A world with room for these counts, holding its two default contexts.
     Simulation(int maxEntities, int maxGroups);
@@ -126,6 +134,21 @@ public:
     /// Appends one empty blocking batch.
     static void enqueueBlockingBatch(ProcessingBatchQueue& queue);
 
+    /// Writes the process-wide generator, then this world, to a binary snapshot file.
+    bool exportToBinary(const char* path) const;
+    /// Replaces the process-wide generator's seed and this world with a binary snapshot file's.
+    /// The file must exist: check it first, the stream treats a missing file as fatal.
+    bool loadAndImportFromBinary(const char* path);
+    /// True when the buffer can be handed to importFromValidatedBinaryData: a pointer and a size.
+    static bool validateLoadedBinaryData(const uint8_t* data, size_t size);
+    /// The in-memory form of loadAndImportFromBinary. The bytes are trusted: validate them first.
+    static bool importFromValidatedBinaryData(const uint8_t* data, size_t size, Simulation& simulation);
+
+    /// Always true: the value side of the "resolveEntityTypeEntities" attribute.
+    bool getResolveEntityTypeEntitiesDummy() const { return true; }
+    /// Rebuilds every entity type's pointers to its entities from the handle tables, whatever the value.
+    void setResolveEntityTypeEntities(bool value);
+
     static void preInitBatch(Time dt, void* userData, int first, int last);
     static void initEntityBatch(Time dt, void* userData, int first, int last);
     static void initGroupBatch(Time dt, void* userData, int first, int last);
@@ -139,6 +162,7 @@ public:
 private:
     void addContextInternal(IContext* context);
     void addDefaultContexts();
+    void importFrom(BinaryStream& stream);
 
     EntitiesManager _entitiesManager;
     GroupsManager _groupsManager;

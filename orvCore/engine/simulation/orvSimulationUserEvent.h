@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvSimulationUserEvent.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvTime.h"
 
 namespace orv
@@ -10,6 +12,8 @@ namespace orv
 /// in a blocking batch.
 class SimulationUserEvent
 {
+    ORV_DECLARE_ABSTRACT_RTTI(SimulationUserEvent)
+
 public:
     explicit SimulationUserEvent(Time triggerTime = 0.0) : _triggerTime(triggerTime) {}
     virtual ~SimulationUserEvent();

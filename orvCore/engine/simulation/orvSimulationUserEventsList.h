@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvSimulationUserEventsList.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include "engine/simulation/orvSimulationUserEvent.h"
 #include "system/containers/orvArray.h"
 
@@ -11,6 +13,8 @@ namespace orv
 /// at a null entry. The host fills it and keeps ownership of the events.
 class SimulationUserEventsList
 {
+    ORV_DECLARE_VALUE_RTTI(SimulationUserEventsList)
+
 public:
     const Array<SimulationUserEvent*>& getUserEvents() const { return _userEvents; }
     Array<SimulationUserEvent*>& touchUserEvents() { return _userEvents; }

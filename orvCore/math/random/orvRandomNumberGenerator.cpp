@@ -6,6 +6,14 @@
 namespace orv
 {
 
+ORV_IMPLEMENT_RTTI(RandomNumberGenerator, "249e8f3e-427a-4896-a823-c85a4c5b4a60", "orv::RandomNumberGenerator")
+
+void RandomNumberGenerator::addAttributes()
+{
+    // The seed alone: reading it does not seed again, so the position of the sequence stays in memory only.
+    addAttribute("seed", &RandomNumberGenerator::_seed);
+}
+
 namespace
 {
 

@@ -1,6 +1,8 @@
 // orvCore/math/random/orvRandomNumberGenerator.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 #include <cstdint>
 
 namespace orv
@@ -10,6 +12,8 @@ namespace orv
 /// every run and machine. A plain value with no lock: one owner thread at a time. The state lives inside it.
 class RandomNumberGenerator
 {
+    ORV_DECLARE_VALUE_RTTI(RandomNumberGenerator)
+
 public:
     /// A generator seeded with the seed.
     RandomNumberGenerator(uint32_t seed = 0);

@@ -1,6 +1,8 @@
 // orvCore/math/types/orvInterval.h
 #pragma once
 
+#include "system/inspection/orvInspectable.h"
+
 namespace orv
 {
 
@@ -8,6 +10,8 @@ namespace orv
 template <class T>
 class Interval
 {
+    ORV_DECLARE_VALUE_RTTI(Interval)
+
 public:
     /// The empty interval.
     Interval() = default;
@@ -95,5 +99,15 @@ private:
     T _upperBound = T();
     bool _empty = true;
 };
+
+ORV_IMPLEMENT_TEMPLATE_RTTI(Interval, "08e58c6e-7cff-42bc-9a5c-3b959a03d00a", "orv::Interval")
+
+template <class T>
+void Interval<T>::addAttributes()
+{
+    addAttribute("lowerBound", &Interval<T>::_lowerBound);
+    addAttribute("upperBound", &Interval<T>::_upperBound);
+    addAttribute("empty", &Interval<T>::_empty);
+}
 
 } // namespace orv

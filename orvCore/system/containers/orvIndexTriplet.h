@@ -2,6 +2,7 @@
 #pragma once
 
 #include "system/debug/orvAssert.h"
+#include "system/inspection/orvInspectable.h"
 
 namespace orv
 {
@@ -10,6 +11,8 @@ namespace orv
 template <typename T>
 class IndexTriplet
 {
+    ORV_DECLARE_VALUE_RTTI(IndexTriplet)
+
 public:
     /// Three value-initialised indices (zeros).
     IndexTriplet() = default;
@@ -45,5 +48,19 @@ private:
     /// The three indices.
     T _indices[3] = {};
 };
+
+ORV_IMPLEMENT_TEMPLATE_RTTI(IndexTriplet, "1510e4ff-00e2-487c-9fc3-c0160eef657d", "orv::IndexTriplet")
+
+template <typename T>
+void IndexTriplet<T>::addAttributes()
+{
+    // The three indices, each through get and set at its position.
+    static const char* const names[3] = {"index0", "index1", "index2"};
+    for (uint32_t position = 0; position < 3; ++position)
+    {
+        _rtti->addAttribute(ContainerAccessorsAttribute<T, IndexTriplet<T>>(names[position], _rtti, &IndexTriplet<T>::get,
+                                                                            &IndexTriplet<T>::set, position));
+    }
+}
 
 } // namespace orv

@@ -105,6 +105,9 @@ public:
     /// The declaring class.
     typedef Owner OwnerType;
 
+    static_assert(!std::is_reference<T>::value || std::is_const<std::remove_reference_t<T>>::value,
+                  "the reference form of an attribute is const V&");
+
     /// The kind comes from the form of T.
     AbstractAttributeTCore(const char* name, const RTTI* ownerRTTI) : AbstractAttribute(name, ownerRTTI)
     {

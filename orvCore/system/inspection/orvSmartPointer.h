@@ -1,6 +1,7 @@
 // orvCore/system/inspection/orvSmartPointer.h
 #pragma once
 
+#include "system/inspection/orvAttribute.h"
 #include "system/inspection/orvRTTI.h"
 #include "system/inspection/orvReferenceCounter.h"
 
@@ -90,7 +91,7 @@ ORV_IMPLEMENT_TEMPLATE_RTTI(SmartPointer, "fa5e1ceb-a5b7-4ece-a7ac-1cb993c84838"
 template <class T>
 void SmartPointer<T>::addAttributes()
 {
-    // ATTRIBUTES: the "Pointee" POINTER attribute over _pointee is added here with the attribute classes.
+    addAttribute<T*>("Pointee", &SmartPointer::_pointee);
 }
 
 } // namespace orv

@@ -174,11 +174,11 @@ public:
 
     /// Writes an inspectable object in its by-value form: id, attribute count, attributes. With erasePending, a
     /// pending body of this object is dropped first, so that pointers to it carry none: the body stands here.
-    template <typename T>
+    template <typename T, typename = std::enable_if_t<binaryStreamDetail::IsInspectable<T>::value>>
     void write(const T& object, bool erasePending);
     /// Reads an inspectable object in its by-value form. The first pass makes this address the object's id,
     /// destroying a placeholder made for a pointer read earlier. Fatal on a different attribute count.
-    template <typename T>
+    template <typename T, typename = std::enable_if_t<binaryStreamDetail::IsInspectable<T>::value>>
     void read(T& object);
 
     /// Writes a pointer: to an inspectable object, id, class and, the first time, the body; to a value of a base
@@ -330,10 +330,9 @@ void BinaryStream::unpack(T& value)
     _firstPass = true;
 }
 
-template <typename T>
+template <typename T, typename>
 void BinaryStream::write(const T& object, bool erasePending)
 {
-    static_assert(binaryStreamDetail::IsInspectable<T>::value, "the by-value form is for inspectable classes");
     const RTTI& rtti = *object.getRTTI();
     if (erasePending)
     {
@@ -358,10 +357,9 @@ void BinaryStream::write(const T& object, bool erasePending)
     }
 }
 
-template <typename T>
+template <typename T, typename>
 void BinaryStream::read(T& object)
 {
-    static_assert(binaryStreamDetail::IsInspectable<T>::value, "the by-value form is for inspectable classes");
     const RTTI& rtti = *object.getRTTI();
     uint32_t id = 0;
     read(id);

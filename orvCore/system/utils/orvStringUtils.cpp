@@ -4,6 +4,7 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "system/containers/orvPODArray.h"
 #include "system/debug/orvAssert.h"
@@ -85,11 +86,28 @@ bool normalise(const char* source, char* destination, size_t& length)
     return changed;
 }
 
-OrvString appendNumber(const OrvString& text, const char* format, double value)
+void formatNumber(char (&digits)[64], int value)
+{
+    snprintf(digits, sizeof(digits), "%d", value);
+}
+
+void formatNumber(char (&digits)[64], unsigned int value)
+{
+    snprintf(digits, sizeof(digits), "%u", value);
+}
+
+void formatNumber(char (&digits)[64], double value)
+{
+    snprintf(digits, sizeof(digits), "%g", value);
+}
+
+template <typename Number>
+OrvString appendNumber(OrvString text, Number value)
 {
     char digits[64];
-    snprintf(digits, sizeof(digits), format, value);
-    return text + digits;
+    formatNumber(digits, value);
+    text += digits;
+    return text;
 }
 
 } // namespace
@@ -215,26 +233,42 @@ int32_t getAlphaNumericCopiesBufferIndex()
 
 OrvString operator+(const OrvString& text, int value)
 {
-    char digits[16];
-    snprintf(digits, sizeof(digits), "%d", value);
-    return text + digits;
+    return appendNumber(text, value);
 }
 
 OrvString operator+(const OrvString& text, unsigned int value)
 {
-    char digits[16];
-    snprintf(digits, sizeof(digits), "%u", value);
-    return text + digits;
+    return appendNumber(text, value);
 }
 
 OrvString operator+(const OrvString& text, float value)
 {
-    return appendNumber(text, "%g", static_cast<double>(value));
+    return appendNumber(text, static_cast<double>(value));
 }
 
 OrvString operator+(const OrvString& text, double value)
 {
-    return appendNumber(text, "%g", value);
+    return appendNumber(text, value);
+}
+
+OrvString operator+(OrvString&& text, int value)
+{
+    return appendNumber(std::move(text), value);
+}
+
+OrvString operator+(OrvString&& text, unsigned int value)
+{
+    return appendNumber(std::move(text), value);
+}
+
+OrvString operator+(OrvString&& text, float value)
+{
+    return appendNumber(std::move(text), static_cast<double>(value));
+}
+
+OrvString operator+(OrvString&& text, double value)
+{
+    return appendNumber(std::move(text), value);
 }
 
 } // namespace orv

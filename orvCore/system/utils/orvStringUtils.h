@@ -46,5 +46,13 @@ OrvString operator+(const OrvString& text, unsigned int value);
 OrvString operator+(const OrvString& text, float value);
 /// text followed by value in the shortest of fixed and exponent form, 6 significant digits.
 OrvString operator+(const OrvString& text, double value);
+/// text followed by the decimal form of value, reusing text's block.
+OrvString operator+(OrvString&& text, int value);
+/// text followed by the decimal form of value, reusing text's block.
+OrvString operator+(OrvString&& text, unsigned int value);
+/// text followed by value as with the float form above, reusing text's block.
+OrvString operator+(OrvString&& text, float value);
+/// text followed by value as with the double form above, reusing text's block.
+OrvString operator+(OrvString&& text, double value);
 
 } // namespace orv

@@ -1,0 +1,459 @@
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <initializer_list>
+#include <string>
+#include <utility>
+
+#include "engine/simulation/orvEntityHandle.h"
+#include "math/types/orvQuaternion.h"
+#include "math/types/orvVector3.h"
+#include "system/containers/orvArray.h"
+#include "system/containers/orvMap.h"
+#include "system/containers/orvPODArray.h"
+#include "system/containers/orvString.h"
+#include "system/inspection/orvAttribute.h"
+#include "system/inspection/orvInspectionTestSupport.h"
+#include "system/inspection/orvReferenceCounter.h"
+#include "system/inspection/orvSmartPointer.h"
+#include "system/serialization/orvBinaryStream.h"
+#include "system/utils/orvFileDir.h"
+
+namespace orvtest::stream
+{
+
+using orv::Array;
+using orv::BinaryStream;
+using orv::OrvMap;
+using orv::OrvString;
+using orv::PODArray;
+using orv::SmartPointer;
+using orv::Uuid;
+
+/// The base and value types whose forms differ in width, one member each.
+class Scalars
+{
+    ORV_DECLARE_VALUE_RTTI(Scalars)
+
+public:
+    bool _flag = false;
+    int16_t _short = 0;
+    uint64_t _unsignedLong = 0;
+    double _double = 0.0;
+    Uuid _uuid;
+    OrvString _text;
+    orv::Vector3 _vector3;
+    orv::Quaternion _quaternion;
+    orv::EntityHandle _handle;
+};
+
+/// A node of a graph, also held by smart pointers; counts its live instances.
+class Node : public orv::ReferenceCounter
+{
+    ORV_DECLARE_RTTI(Node)
+
+public:
+    Node() { ++_live; }
+    explicit Node(int value) : _value(value) { ++_live; }
+    Node(const Node& other) : ReferenceCounter(other), _value(other._value), _next(other._next) { ++_live; }
+    Node& operator=(const Node&) = default;
+    ~Node() override { --_live; }
+
+    static inline int _live = 0;
+    int _value = 0;
+    Node* _next = nullptr;
+};
+
+/// Two pointers, a node by value, two smart pointers and two pointers to a base value, in that order.
+class Graph
+{
+    ORV_DECLARE_RTTI(Graph)
+
+public:
+    virtual ~Graph() = default;
+
+    Node* _first = nullptr;
+    Node* _second = nullptr;
+    Node _embedded;
+    SmartPointer<Node> _shared;
+    SmartPointer<Node> _sharedAgain;
+    int* _number = nullptr;
+    int* _numberAgain = nullptr;
+};
+
+/// One container of each kind.
+class Containers
+{
+    ORV_DECLARE_VALUE_RTTI(Containers)
+
+public:
+    PODArray<bool> _flags;
+    Array<Node> _nodes;
+    Array<Node*> _pointers;
+    Array<std::pair<int, OrvString>> _pairs;
+    OrvMap<int, OrvString> _names;
+};
+
+ORV_IMPLEMENT_RTTI(Scalars, "1d2c3b4a-5f6e-4d7c-8b9a-0a1b2c3d4e55", "orvtest::Scalars")
+ORV_IMPLEMENT_RTTI(Node, "6a7b8c9d-0e1f-4a2b-9c3d-4e5f6a7b8c66", "orvtest::Node")
+ORV_IMPLEMENT_RTTI(Graph, "7b8c9d0e-1f2a-4b3c-8d4e-5f6a7b8c9d77", "orvtest::Graph")
+ORV_IMPLEMENT_RTTI(Containers, "8c9d0e1f-2a3b-4c4d-9e5f-6a7b8c9d0e88", "orvtest::Containers")
+
+void Scalars::addAttributes()
+{
+    addAttribute("flag", &Scalars::_flag);
+    addAttribute("short", &Scalars::_short);
+    addAttribute("unsignedLong", &Scalars::_unsignedLong);
+    addAttribute("double", &Scalars::_double);
+    addAttribute("uuid", &Scalars::_uuid);
+    addAttribute("text", &Scalars::_text);
+    addAttribute("vector3", &Scalars::_vector3);
+    addAttribute("quaternion", &Scalars::_quaternion);
+    addAttribute("handle", &Scalars::_handle);
+}
+
+void Node::addAttributes()
+{
+    _rtti->addBaseClass<orv::ReferenceCounter>();
+    addAttribute("value", &Node::_value);
+    addAttribute("next", &Node::_next);
+}
+
+void Graph::addAttributes()
+{
+    addAttribute("first", &Graph::_first);
+    addAttribute("second", &Graph::_second);
+    addAttribute("embedded", &Graph::_embedded);
+    addAttribute("shared", &Graph::_shared);
+    addAttribute("sharedAgain", &Graph::_sharedAgain);
+    addAttribute("number", &Graph::_number);
+    addAttribute("numberAgain", &Graph::_numberAgain);
+}
+
+void Containers::addAttributes()
+{
+    addAttribute("flags", &Containers::_flags);
+    addAttribute("nodes", &Containers::_nodes);
+    addAttribute("pointers", &Containers::_pointers);
+    addAttribute("pairs", &Containers::_pairs);
+    addAttribute("names", &Containers::_names);
+}
+
+} // namespace orvtest::stream
+
+namespace
+{
+
+using namespace orvtest::stream;
+
+/// Bytes given as small integers.
+std::string bytes(std::initializer_list<int> values)
+{
+    std::string result;
+    for (int value : values)
+    {
+        result.push_back(static_cast<char>(value));
+    }
+    return result;
+}
+
+/// The 16 storage bytes of a class's identifier.
+std::string uuidBytes(const orv::RTTI* rtti)
+{
+    return std::string(reinterpret_cast<const char*>(&rtti->getTypeID()), sizeof(Uuid));
+}
+
+/// The test classes registered as initCore registers the library's.
+class BinaryStreamTest : public orvtest::InspectionTest
+{
+protected:
+    void SetUp() override
+    {
+        InspectionTest::SetUp();
+        Scalars::createClassRTTI(true);
+        Node::createClassRTTI(true);
+        Graph::createClassRTTI(true);
+        Containers::createClassRTTI(true);
+        _liveNodes = Node::_live;
+    }
+    void TearDown() override
+    {
+        Containers::destroyClassRTTI(true);
+        Graph::destroyClassRTTI(true);
+        Node::destroyClassRTTI(true);
+        Scalars::destroyClassRTTI(true);
+        InspectionTest::TearDown();
+    }
+
+    /// Reads back from the start what was packed, as a loader does.
+    template <typename T>
+    void rewindAndUnpack(T& value)
+    {
+        _stream.clear();
+        _stream.getStream().seekg(0);
+        _stream.unpack(value);
+    }
+
+    BinaryStream _stream;
+    /// Where a pointer points before a read that must null it.
+    Node _target;
+    int _liveNodes = 0;
+};
+
+TEST_F(BinaryStreamTest, BaseAndValueTypesRoundTripAtTheirFixedWidths)
+{
+    Scalars written;
+    written._flag = true;
+    written._short = -12345;
+    written._unsignedLong = ~uint64_t(0) - 5;
+    written._double = -2.25;
+    written._uuid = Uuid("0a1b2c3d-4e5f-4061-8293-a4b5c6d7e8f9");
+    written._text = "crowd";
+    written._vector3 = orv::Vector3(3.0f, 4.0f, 5.0f);
+    written._quaternion = orv::Quaternion(0.0f, 0.6f, 0.0f, 0.8f);
+    written._handle = orv::EntityHandle(0xABCDE, 0x5A5, 1);
+    _stream.pack(written);
+    // Id and count, then 1+2+8+8+16+(4+5)+12+16+4 bytes: Vector3's padding is not stored.
+    EXPECT_EQ(8u + 76u, _stream.getLength());
+
+    Scalars read;
+    rewindAndUnpack(read);
+    EXPECT_EQ(_stream.getLength(), _stream.getPosition());
+    EXPECT_EQ(written._text, read._text);
+    EXPECT_EQ(written._handle, read._handle);
+    BinaryStream again;
+    again.pack(read);
+    EXPECT_EQ(_stream.getStream().str(), again.getStream().str());
+}
+
+TEST_F(BinaryStreamTest, AnObjectWrittenThroughAPointerHasTheDocumentedBytes)
+{
+    Node node(5);
+    _stream.pack(&node);
+    const std::string expected = bytes({1, 0, 0, 0}) + uuidBytes(Node::getClassRTTI()) +
+                                 bytes({1, 1, 0, 0, 0, 2, 0, 0, 0, 5, 0, 0, 0, 0, 0, 0, 0});
+    EXPECT_EQ(expected, _stream.getStream().str());
+}
+
+TEST_F(BinaryStreamTest, NullPointersCostFourBytesForObjectsAndFiveForBaseValues)
+{
+    _stream.pack(static_cast<Node*>(nullptr));
+    _stream.pack(static_cast<const int*>(nullptr));
+    EXPECT_EQ(bytes({0, 0, 0, 0, 0, 0, 0, 0, 0}), _stream.getStream().str());
+}
+
+TEST_F(BinaryStreamTest, ContainersRoundTripWithCountsAndKeyOrder)
+{
+    Containers written;
+    written._flags.push_back(true);
+    written._flags.push_back(false);
+    written._nodes.push_back(Node(11));
+    written._nodes.push_back(Node(12));
+    written._pointers.push_back(&written._nodes[1]);
+    written._pointers.push_back(nullptr);
+    written._pairs.push_back(std::make_pair(9, OrvString("nine")));
+    written._names[30] = "thirty";
+    written._names[10] = "ten";
+    _stream.pack(written);
+
+    Containers read;
+    rewindAndUnpack(read);
+    EXPECT_EQ(written._flags, read._flags);
+    ASSERT_EQ(2u, read._nodes.size());
+    EXPECT_EQ(12, read._nodes[1]._value);
+    // The pointer into the array resolves to the element read in place, not to a copy.
+    ASSERT_EQ(2u, read._pointers.size());
+    EXPECT_EQ(&read._nodes[1], read._pointers[0]);
+    EXPECT_EQ(nullptr, read._pointers[1]);
+    ASSERT_EQ(1u, read._pairs.size());
+    EXPECT_EQ(9, read._pairs[0].first);
+    EXPECT_EQ(OrvString("nine"), read._pairs[0].second);
+    ASSERT_EQ(2u, read._names.size());
+    EXPECT_EQ(OrvString("ten"), read._names[10]);
+    EXPECT_EQ(OrvString("thirty"), read._names[30]);
+}
+
+TEST_F(BinaryStreamTest, ContainerBytesAreACountThenTheElements)
+{
+    OrvMap<int, char> map;
+    map[3] = 'c';
+    map[1] = 'a';
+    _stream.pack(Array<Node>());
+    _stream.pack(PODArray<bool>(2, true));
+    _stream.pack(map);
+    const std::string expected = bytes({0, 0, 0, 0}) + bytes({2, 0, 0, 0, 1, 1}) +
+                                 bytes({2, 0, 0, 0, 1, 0, 0, 0, 'a', 3, 0, 0, 0, 'c'});
+    EXPECT_EQ(expected, _stream.getStream().str());
+}
+
+TEST_F(BinaryStreamTest, TwoPointersToOneObjectCarryOneBodyAndReadBackAsOneObject)
+{
+    Node shared(8);
+    PODArray<Node*> written;
+    written.push_back(&shared);
+    written.push_back(&shared);
+    _stream.pack(written);
+    const std::string all = _stream.getStream().str();
+    ASSERT_EQ(4u + 37u + 21u, all.size());
+    EXPECT_EQ(bytes({1, 0, 0, 0}) + uuidBytes(Node::getClassRTTI()) + bytes({0}), all.substr(41));
+
+    PODArray<Node*> read;
+    rewindAndUnpack(read);
+    ASSERT_EQ(2u, read.size());
+    EXPECT_EQ(read[0], read[1]);
+    EXPECT_NE(&shared, read[0]);
+    EXPECT_EQ(8, read[0]->_value);
+    EXPECT_EQ(_liveNodes + 2, Node::_live);
+    delete read[0];
+}
+
+TEST_F(BinaryStreamTest, ACycleOfTwoObjectsRoundTrips)
+{
+    Node a(1);
+    Node b(2);
+    a._next = &b;
+    b._next = &a;
+    _stream.pack(&a);
+
+    Node* read = nullptr;
+    rewindAndUnpack(read);
+    ASSERT_NE(nullptr, read);
+    ASSERT_NE(nullptr, read->_next);
+    EXPECT_EQ(1, read->_value);
+    EXPECT_EQ(2, read->_next->_value);
+    EXPECT_EQ(read, read->_next->_next);
+    EXPECT_EQ(_liveNodes + 4, Node::_live);
+    delete read->_next;
+    delete read;
+}
+
+TEST_F(BinaryStreamTest, APointerToAByValueObjectCarriesNoBodyAndResolvesIntoIt)
+{
+    Graph written;
+    written._embedded._value = 21;
+    written._first = &written._embedded;
+    _stream.pack(written);
+    // Graph id and count, then the first pointer: id, class, and no body, which stands at the by-value place.
+    const std::string all = _stream.getStream().str();
+    ASSERT_EQ(67u, all.size());
+    EXPECT_EQ(0, all[8 + 4 + 16]);
+
+    Graph read;
+    const int liveBeforeRead = Node::_live;
+    rewindAndUnpack(read);
+    EXPECT_EQ(&read._embedded, read._first);
+    EXPECT_EQ(21, read._embedded._value);
+    // The instance made for the pointer before its target was known is gone.
+    EXPECT_EQ(liveBeforeRead, Node::_live);
+}
+
+TEST_F(BinaryStreamTest, SharedSmartAndBaseValuePointersComeBackShared)
+{
+    int number = 77;
+    Graph written;
+    written._shared = SmartPointer<Node>(new Node(5));
+    written._sharedAgain = written._shared;
+    written._number = &number;
+    written._numberAgain = &number;
+    _stream.pack(written);
+
+    Graph read;
+    rewindAndUnpack(read);
+    ASSERT_NE(nullptr, read._shared.getImpl());
+    EXPECT_NE(written._shared.getImpl(), read._shared.getImpl());
+    EXPECT_EQ(read._shared.getImpl(), read._sharedAgain.getImpl());
+    EXPECT_EQ(2u, read._shared.getReferenceCount());
+    EXPECT_EQ(5, read._shared->_value);
+    ASSERT_NE(nullptr, read._number);
+    EXPECT_EQ(read._number, read._numberAgain);
+    EXPECT_EQ(77, *read._number);
+    delete read._number;
+}
+
+TEST_F(BinaryStreamTest, PackingAnObjectTwiceWritesItTwiceAndReadsBackTwice)
+{
+    Node node(3);
+    _stream.pack(node);
+    const uint64_t once = _stream.getLength();
+    _stream.pack(node);
+    EXPECT_EQ(2 * once, _stream.getLength());
+
+    Node first;
+    Node second;
+    _stream.clear();
+    _stream.unpack(first);
+    _stream.unpack(second);
+    EXPECT_EQ(3, first._value);
+    EXPECT_EQ(3, second._value);
+}
+
+TEST_F(BinaryStreamTest, BytesThatRunOutOrNameNoClassAreReadWithoutMessage)
+{
+    // A count of three followed by one element yields default elements for the missing ones.
+    _stream.write(bytes({3, 0, 0, 0, 7, 0, 0, 0}).data(), 8);
+    Array<int> array;
+    rewindAndUnpack(array);
+    EXPECT_EQ(3u, array.size());
+    EXPECT_EQ(7, array[0]);
+    EXPECT_EQ(0, array[2]);
+
+    const std::string unknown = bytes({1, 0, 0, 0}) + std::string(16, '\x5A') + bytes({0});
+    _stream.importFrom(reinterpret_cast<const uint8_t*>(unknown.data()), unknown.size());
+    Node* pointer = &_target;
+    _stream.unpack(pointer);
+    EXPECT_EQ(nullptr, pointer);
+
+    const uint8_t none = 0;
+    _stream.importFrom(&none, 0);
+    int number = 4;
+    pointer = &_target;
+    _stream.unpack(number);
+    _stream.unpack(pointer);
+    EXPECT_EQ(4, number);
+    EXPECT_EQ(nullptr, pointer);
+}
+
+TEST_F(BinaryStreamTest, StreamsRoundTripThroughFiles)
+{
+    Containers written;
+    written._names[2] = "on disk";
+    _stream.pack(written);
+    const std::string path = ::testing::TempDir() + "orvBinaryStreamTest.bin";
+    _stream.exportTo(path.c_str());
+
+    BinaryStream fromFile;
+    fromFile.importFrom(path.c_str());
+    EXPECT_EQ(_stream.getLength(), fromFile.getLength());
+    Containers read;
+    fromFile.unpack(read);
+    EXPECT_EQ(OrvString("on disk"), read._names[2]);
+    std::remove(path.c_str());
+
+    // A file that cannot be made is silently not written.
+    const std::string unreachable = ::testing::TempDir() + "no/such/directory/file.bin";
+    _stream.exportTo(unreachable.c_str());
+    EXPECT_FALSE(orv::FileDir::exist(unreachable.c_str()));
+}
+
+using BinaryStreamDeathTest = BinaryStreamTest;
+
+TEST_F(BinaryStreamDeathTest, ADifferentAttributeCountIsFatal)
+{
+    _stream.write(bytes({1, 0, 0, 0, 7, 0, 0, 0}).data(), 8);
+    Node read;
+    _stream.getStream().seekg(0);
+    EXPECT_DEATH(_stream.unpack(read), "rtti.getAttributesCount\\(\\) == attributesCount");
+}
+
+TEST_F(BinaryStreamDeathTest, ImportingAMissingFileIsFatal)
+{
+    EXPECT_DEATH(_stream.importFrom("/no/such/orvBinaryStream.bin"), "FileDir::exist\\(fileName\\)");
+}
+
+TEST_F(BinaryStreamDeathTest, ImportingANullBufferIsFatal)
+{
+    EXPECT_DEATH(_stream.importFrom(nullptr, 4), "buffer != NULL");
+}
+
+} // namespace
