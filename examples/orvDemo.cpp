@@ -12,6 +12,7 @@
 #include "orvCore.h"
 #include "system/log/orvCoreLog.h"
 #include "orvWanderContext.h"
+#include "system/utils/orvFileDir.h"
 
 namespace
 {
@@ -26,12 +27,14 @@ struct Options
     int churnEvery = 50;
     double dt = 1.0 / 25.0;
     bool verbose = false;
+    const char* savePath = nullptr;
+    const char* loadPath = nullptr;
 };
 
 void printUsage()
 {
     printf("usage: orvDemo [--entities N] [--frames N] [--types N] [--threads N] [--churn N] [--churn-every N]\n"
-           "               [--dt SECONDS] [--verbose]\n"
+           "               [--dt SECONDS] [--save FILE] [--load FILE] [--verbose]\n"
            "  --entities     entities in the crowd (10000)\n"
            "  --frames       frames to run (300)\n"
            "  --types        entity types the crowd is spread over (2)\n"
@@ -39,6 +42,8 @@ void printUsage()
            "  --churn        entities destroyed and created anew at each churn (100)\n"
            "  --churn-every  frames between two churns (50)\n"
            "  --dt           length of a frame in simulated seconds (0.04)\n"
+           "  --save FILE    write a binary snapshot of the world to FILE after the last frame\n"
+           "  --load FILE    start from the snapshot in FILE instead of building a crowd; no churn then\n"
            "  --verbose      show the library's information log lines\n");
 }
 
@@ -63,6 +68,16 @@ bool parseOptions(int argc, char** argv, Options& options)
             return false;
         }
         const char* value = argv[++i];
+        if (strcmp(flag, "--save") == 0)
+        {
+            options.savePath = value;
+            continue;
+        }
+        if (strcmp(flag, "--load") == 0)
+        {
+            options.loadPath = value;
+            continue;
+        }
         char* end = nullptr;
         const double number = strtod(value, &end);
         if (end == value || *end != '\0' || number < 0)
@@ -113,8 +128,15 @@ int main(int argc, char** argv)
         return 2;
     }
 
+    if (options.loadPath != nullptr && !orv::FileDir::exist(options.loadPath))
+    {
+        fprintf(stderr, "orvDemo: no snapshot at %s\n", options.loadPath);
+        return 1;
+    }
+
     orv::useCoreDefaultAllocator();
     orv::initCore();
+    orvdemo::WanderContext::createClassRTTI(true);
     if (!options.verbose)
     {
         orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_WARNING);
@@ -125,21 +147,36 @@ int main(int argc, char** argv)
     processor.init(options.threads > 0 ? options.threads : processor.getLogicalCPUsCount());
 
     orv::Simulation* simulation = new orv::Simulation(options.entities, 0);
-    simulation->addContext(new orvdemo::WanderContext());
-    for (int t = 0; t < options.types; ++t)
+    if (options.loadPath != nullptr)
     {
-        orv::EntityType* type = simulation->getEntityType(simulation->createEntityType(options.entities));
-        type->setScaleRange(0.9f, 1.1f);
-        type->setHeight(1.6f + 0.1f * static_cast<float>(t % 4));
+        // The world, its contexts and its types all come from the file.
+        processor.addSimulation(simulation);
+        simulation->loadAndImportFromBinary(options.loadPath);
+        // A loaded manager keeps the free-list head it had, so it takes no new entity: no churn.
+        options.churn = 0;
+        printf("loaded %s: %d entities at frame %u\n", options.loadPath, simulation->getEntityCount(),
+               simulation->getCurrentFrame());
     }
-    for (int i = 0; i < options.entities; ++i)
+    else
     {
-        simulation->createEntity(static_cast<unsigned int>(i % options.types));
+        simulation->addContext(new orvdemo::WanderContext());
+        for (int t = 0; t < options.types; ++t)
+        {
+            orv::EntityType* type = simulation->getEntityType(simulation->createEntityType(options.entities));
+            type->setScaleRange(0.9f, 1.1f);
+            type->setHeight(1.6f + 0.1f * static_cast<float>(t % 4));
+        }
+        for (int i = 0; i < options.entities; ++i)
+        {
+            simulation->createEntity(static_cast<unsigned int>(i % options.types));
+        }
+        processor.addSimulation(simulation);
     }
-    processor.addSimulation(simulation);
+    const unsigned int firstFrame = simulation->getCurrentFrame();
+    const int typeCount = simulation->getEntityTypeCount();
 
     long handleReuses = 0;
-    long created = options.entities;
+    long created = options.loadPath != nullptr ? 0 : options.entities;
     long destroyed = 0;
     long entityUpdates = 0;
     std::vector<orv::EntityHandle> newHandles;
@@ -166,7 +203,7 @@ int main(int argc, char** argv)
             for (int i = 0; i < options.churn; ++i)
             {
                 const orv::EntityHandle handle =
-                    simulation->createEntity(static_cast<unsigned int>(churnRng.rand() % options.types));
+                    simulation->createEntity(static_cast<unsigned int>(churnRng.rand() % typeCount));
                 handleReuses += handle._counter > 1 ? 1 : 0;
                 newHandles.push_back(handle);
                 ++created;
@@ -175,11 +212,18 @@ int main(int argc, char** argv)
         }
     }
 
+    if (options.savePath != nullptr)
+    {
+        simulation->exportToBinary(options.savePath);
+        printf("saved %s: %lld bytes\n", options.savePath,
+               static_cast<long long>(orv::FileDir::size(options.savePath)));
+    }
     const int alive = simulation->getEntityCount();
-    const unsigned int framesRun = simulation->getCurrentFrame();
+    const unsigned int framesRun = simulation->getCurrentFrame() - firstFrame;
     const double simulated = simulation->getDuration();
     const int threads = processor.getThreadCount();
     processor.finish();
+    orvdemo::WanderContext::destroyClassRTTI(true);
     orv::finishCore();
 
     const double perFrameMs = framesRun > 0 ? 1000.0 * frameSeconds / framesRun : 0.0;

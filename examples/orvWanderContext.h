@@ -17,6 +17,8 @@ namespace orvdemo
 /// The heading lives in the entity's move orientation, so the context keeps no per-entity storage.
 class WanderContext : public orv::IContext
 {
+    ORV_DECLARE_RTTI(WanderContext)
+
 public:
     WanderContext() : orv::IContext(true, false) {}
 

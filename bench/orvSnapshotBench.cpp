@@ -1,0 +1,67 @@
+// Binary snapshots of a 10,000-entity world, written to and read from a file.
+#include <benchmark/benchmark.h>
+
+#include <cstdio>
+#include <string>
+
+#include "engine/simulation/orvSimulation.h"
+#include "orvBenchSupport.h"
+#include "system/utils/orvFileDir.h"
+
+namespace
+{
+
+const int kEntityCount = 10000;
+
+std::string snapshotPath()
+{
+    const char* directory = getenv("TMPDIR");
+    return std::string(directory != nullptr ? directory : "/tmp") + "/orvSnapshotBench.bin";
+}
+
+void buildWorld(orv::Simulation& simulation)
+{
+    simulation.createEntityType(kEntityCount);
+    simulation.createEntityType(kEntityCount);
+    for (int i = 0; i < kEntityCount; ++i)
+    {
+        simulation.createEntity(static_cast<unsigned int>(i & 1));
+    }
+}
+
+void BM_SnapshotWrite(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    orv::Simulation simulation(kEntityCount, 0);
+    buildWorld(simulation);
+    const std::string path = snapshotPath();
+    for (auto _ : state)
+    {
+        simulation.exportToBinary(path.c_str());
+    }
+    state.SetBytesProcessed(state.iterations() * orv::FileDir::size(path.c_str()));
+    std::remove(path.c_str());
+}
+BENCHMARK(BM_SnapshotWrite)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+void BM_SnapshotRead(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    const std::string path = snapshotPath();
+    {
+        orv::Simulation simulation(kEntityCount, 0);
+        buildWorld(simulation);
+        simulation.exportToBinary(path.c_str());
+    }
+    for (auto _ : state)
+    {
+        orv::Simulation loaded(16, 0);
+        loaded.loadAndImportFromBinary(path.c_str());
+        benchmark::DoNotOptimize(loaded.getEntityCount());
+    }
+    state.SetBytesProcessed(state.iterations() * orv::FileDir::size(path.c_str()));
+    std::remove(path.c_str());
+}
+BENCHMARK(BM_SnapshotRead)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+} // namespace
