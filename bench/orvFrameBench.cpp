@@ -6,6 +6,8 @@
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
 
+#include <vector>
+
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvBenchSupport.h"
@@ -60,19 +62,38 @@ BENCHMARK(BM_FrameWander)
     ->UseRealTime()
     ->Unit(benchmark::kMicrosecond);
 
-/// The same per-entity work, driven by oneTBB's parallel_for over the entity range.
+/// The same frame, batch for batch, with every parallel run handed to oneTBB's parallel_for instead of our pool:
+/// the blocking batches run on the calling thread as ours do, so only the executor differs.
 void BM_FrameWanderTbbReference(benchmark::State& state)
 {
     const int entities = static_cast<int>(state.range(0));
     const int threads = static_cast<int>(state.range(1));
     WanderWorld world(entities, 1);
     tbb::global_control control(tbb::global_control::max_allowed_parallelism, static_cast<size_t>(threads));
-    orvdemo::WanderContext* wander = world._wander;
+    orv::SimulationsCollection& collection = world._processor.touchSimulationsCollection();
+    std::vector<orv::ProcessingBatch> run;
+    run.reserve(256);
     for (auto _ : state)
     {
-        tbb::parallel_for(tbb::blocked_range<int>(0, entities), [wander](const tbb::blocked_range<int>& range) {
-            wander->onUpdateEntityComponents(kFrameStep, range.begin(), range.end() - 1);
-        });
+        collection.enqueueUpdate(kFrameStep);
+        orv::ProcessingBatch batch;
+        while (collection.getNextProcessingBatch(batch))
+        {
+            if (!batch._blocking)
+            {
+                run.push_back(batch);
+                continue;
+            }
+            if (!run.empty())
+            {
+                tbb::parallel_for(size_t(0), run.size(), [&run](size_t i) {
+                    const orv::ProcessingBatch& slice = run[i];
+                    slice._updateMethod(slice._dt, slice._userData, slice._firstIndex, slice._lastIndex);
+                });
+                run.clear();
+            }
+            batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
+        }
     }
     state.SetItemsProcessed(state.iterations() * entities);
 }

@@ -27,6 +27,17 @@ IContext::~IContext()
     orvAssertMsg(!isInitialized(), "A context can only be deleted after being finished.");
 }
 
+const char* IContext::getLogName() const
+{
+    // A host class that declares a descriptor without registering it has none: it is named as a context.
+    const RTTI* rtti = getRTTI();
+    if (rtti == nullptr)
+    {
+        rtti = IContext::getClassRTTI();
+    }
+    return rtti != nullptr ? rtti->getTypeName() : "orv::IContext";
+}
+
 int IContext::computeBatchSize(int configuredSize, int count)
 {
     return configuredSize < 1 ? count / 100 + 1 : configuredSize;
@@ -204,7 +215,7 @@ void IContext::finish()
     }
     doFinish();
     setInitialized(false);
-    orvLogCore(LogSeverity::LOG_INFO, getRTTI()->getTypeName() << " finished");
+    orvLogCore(LogSeverity::LOG_INFO, getLogName() << " finished");
 }
 
 void IContext::initBatch(Time, void* userData, int, int)
@@ -217,7 +228,7 @@ void IContext::initBatch(Time, void* userData, int, int)
     context->setContextType();
     context->doInit();
     context->setInitialized(true);
-    orvLogCore(LogSeverity::LOG_INFO, context->getRTTI()->getTypeName() << " initialized");
+    orvLogCore(LogSeverity::LOG_INFO, context->getLogName() << " initialized");
 }
 
 void IContext::initEntityTypeBatch(Time, void* userData, int first, int)

@@ -157,6 +157,7 @@ private:
     void enqueueSlices(ProcessingBatchQueue& queue, BatchUpdateMethod method, bool blocking, int count,
                        int batchSize, Time dt);
     void enqueueTypesInit(ProcessingBatchQueue& queue, BatchUpdateMethod method, int typeCount);
+    const char* getLogName() const;
 
     int _lod = 0;
     ContextType::Value _contextType = ContextType::END;

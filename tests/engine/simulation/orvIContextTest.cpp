@@ -40,6 +40,15 @@ public:
     int _finishCount = 0;
 };
 
+/// A host context that declares a descriptor; the tests leave it unregistered.
+class DescribedContext : public SlicedContext
+{
+    ORV_DECLARE_RTTI(DescribedContext)
+
+public:
+    DescribedContext() : SlicedContext(true, false) {}
+};
+
 /// Collects the messages of a log.
 class MessageCollector : public orv::AbstractLogOutputter
 {
@@ -73,6 +82,13 @@ std::vector<std::pair<int, int>> slicesOf(const std::vector<ProcessingBatch>& ba
         }
     }
     return slices;
+}
+
+ORV_IMPLEMENT_RTTI(DescribedContext, "0b7e4a8c-5c7e-4f7e-9b0e-3f1f2d6c9a41", "orvtest::DescribedContext")
+
+void DescribedContext::addAttributes()
+{
+    _rtti->addBaseClass<orv::IContext>();
 }
 
 class IContextTest : public orvtest::CoreTest
@@ -171,6 +187,22 @@ TEST_F(IContextTest, InitBatchRunsOnceAndLogsOnce)
     context.finish();
     EXPECT_FALSE(context.isInitialized());
     EXPECT_EQ(1, context._finishCount);
+}
+
+TEST_F(IContextTest, LogLinesNameTheRegisteredClassOrFallBackToTheBase)
+{
+    MessageCollector collector;
+    DescribedContext unregistered;
+    IContext::initBatch(0.0, &unregistered, 0, 0);
+    unregistered.finish();
+    DescribedContext::createClassRTTI(true);
+    DescribedContext registered;
+    IContext::initBatch(0.0, &registered, 0, 0);
+    registered.finish();
+    DescribedContext::destroyClassRTTI(true);
+    EXPECT_EQ((std::vector<std::string>{"orv::IContext initialized", "orv::IContext finished",
+                                        "orvtest::DescribedContext initialized", "orvtest::DescribedContext finished"}),
+              collector._messages);
 }
 
 TEST_F(IContextTest, FinishOfAContextNeverInitialisedCallsNothing)
