@@ -31,9 +31,9 @@ struct ProcessingBatch
 /// The first-in first-out queue of batches that a SimulationsProcessor consumes.
 typedef OrvQueue<ProcessingBatch, OrvDeque<ProcessingBatch>> ProcessingBatchQueue;
 
-/// Appends one batch to a queue.
-inline void enqueueBatch(ProcessingBatchQueue& queue, BatchUpdateMethod method, void* userData, bool blocking,
-                         int firstIndex, int lastIndex, Time dt)
+/// A batch with these fields.
+inline ProcessingBatch makeBatch(BatchUpdateMethod method, void* userData, bool blocking, int firstIndex,
+                                 int lastIndex, Time dt)
 {
     ProcessingBatch batch;
     batch._updateMethod = method;
@@ -42,7 +42,14 @@ inline void enqueueBatch(ProcessingBatchQueue& queue, BatchUpdateMethod method, 
     batch._firstIndex = firstIndex;
     batch._lastIndex = lastIndex;
     batch._dt = dt;
-    queue.push(batch);
+    return batch;
+}
+
+/// Appends one batch to a queue.
+inline void enqueueBatch(ProcessingBatchQueue& queue, BatchUpdateMethod method, void* userData, bool blocking,
+                         int firstIndex, int lastIndex, Time dt)
+{
+    queue.push(makeBatch(method, userData, blocking, firstIndex, lastIndex, dt));
 }
 
 } // namespace orv

@@ -84,13 +84,7 @@ void SimulationsProcessor::processThreadable(BatchUpdateMethod function, void* u
                                              unsigned int batchSize)
 {
     auto appendSlice = [&](int first, int last) {
-        ProcessingBatch batch;
-        batch._updateMethod = function;
-        batch._userData = userData;
-        batch._blocking = false;
-        batch._firstIndex = first;
-        batch._lastIndex = last;
-        _batchQueueForMultithread.push_back(batch);
+        _batchQueueForMultithread.push_back(makeBatch(function, userData, false, first, last, 0.0));
     };
     if (batchSize == 1)
     {
