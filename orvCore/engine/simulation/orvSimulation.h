@@ -43,6 +43,8 @@ public:
     void reset();
 
     bool isInitialized() const { return _initialized; }
+    /// True while the simulation is initialised and so steps with its collection.
+    bool isRunning() const { return _initialized; }
     /// Simulated time at the start of the present frame.
     Time getDuration() const { return _duration; }
     /// Frames begun so far; the first frame is frame 1.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <cstdio>
 
 #include "math/types/orvVector3.h"
 
@@ -15,17 +16,7 @@ static_assert(offsetof(Vector3, x) == 0 && offsetof(Vector3, y) == 4 && offsetof
                   offsetof(Vector3, _alignmentValue) == 12,
               "streams write the fields in this order");
 
-TEST(Vector3Test, NormalizeSelfKeepsTheNullVectorNull)
-{
-    Vector3 v;
-    v.normalizeSelf();
-    EXPECT_EQ(0.0f, v.x);
-    EXPECT_EQ(0.0f, v.y);
-    EXPECT_EQ(0.0f, v.z);
-    EXPECT_FALSE(std::isnan(v.x) || std::isnan(v.y) || std::isnan(v.z) || std::isnan(v._alignmentValue));
-}
-
-TEST(Vector3Test, NormalizeSelfIsAccurateToAbout22BitsAtAnyScale)
+TEST(Vector3Test, NormalizeSelfIsAccurateAtAnyScaleAndKeepsTheNullVectorNull)
 {
     const Vector3 inputs[] = {Vector3(3.0f, 4.0f, 12.0f), Vector3(1.0e-15f, -2.0e-15f, 2.0e-15f),
                               Vector3(-1.0e15f, 1.0e14f, 7.0e15f), Vector3(0.0f, 0.0f, -5.0f)};
@@ -38,55 +29,35 @@ TEST(Vector3Test, NormalizeSelfIsAccurateToAbout22BitsAtAnyScale)
         // Direction kept: the unit vector is parallel to the input and on its side.
         EXPECT_NEAR(1.0f, orv::dotProduct(v, input) / input.norm(), 1.0e-6f);
     }
+    Vector3 null;
+    null.normalizeSelf();
+    EXPECT_EQ(Vector3(), null);
+    EXPECT_FALSE(std::isnan(null._alignmentValue));
 }
 
-TEST(Vector3Test, ComparisonIgnoresThePadding)
+TEST(Vector3Test, ComparisonsAreLexicographicAndIgnoreThePadding)
 {
-    Vector3 a(1.0f, 2.0f, 3.0f);
-    Vector3 b(1.0f, 2.0f, 3.0f);
-    b._alignmentValue = 42.0f;
-    EXPECT_TRUE(a == b);
-    EXPECT_FALSE(a != b);
-    EXPECT_FALSE(a < b || b < a);
-}
-
-TEST(Vector3Test, LessThanIsLexicographic)
-{
+    Vector3 padded(1.0f, 2.0f, 3.0f);
+    padded._alignmentValue = 42.0f;
+    EXPECT_TRUE(Vector3(1.0f, 2.0f, 3.0f) == padded);
+    EXPECT_FALSE(Vector3(1.0f, 2.0f, 3.0f) < padded || padded < Vector3(1.0f, 2.0f, 3.0f));
     EXPECT_TRUE(Vector3(1.0f, 9.0f, 9.0f) < Vector3(2.0f, 0.0f, 0.0f));
-    EXPECT_TRUE(Vector3(1.0f, 1.0f, 9.0f) < Vector3(1.0f, 2.0f, 0.0f));
     EXPECT_TRUE(Vector3(1.0f, 1.0f, 1.0f) < Vector3(1.0f, 1.0f, 2.0f));
-    EXPECT_FALSE(Vector3(1.0f, 1.0f, 2.0f) < Vector3(1.0f, 1.0f, 2.0f));
-}
-
-TEST(Vector3Test, LexicoGraphicCompareTreatsCloseComponentsAsEqual)
-{
+    // The tolerant form treats close components as equal.
     EXPECT_EQ(0, orv::lexicoGraphicCompare(Vector3(1.0f, 2.0f, 3.0f), Vector3(1.005f, 2.0f, 2.995f), 0.01f));
     EXPECT_EQ(-1, orv::lexicoGraphicCompare(Vector3(1.005f, 2.0f, 3.0f), Vector3(1.0f, 2.5f, 0.0f), 0.01f));
-    EXPECT_EQ(1, orv::lexicoGraphicCompare(Vector3(1.0f, 2.0f, 3.0f), Vector3(1.0f, 2.0f, 2.5f)));
-}
-
-TEST(Vector3Test, ProjectDropsTheNamedAxisAndKeepsTheOthersInOrder)
-{
-    const Vector3 v(1.0f, 2.0f, 3.0f);
-    EXPECT_EQ(orv::Vector2(2.0f, 3.0f), v.project(orv::Axis::X));
-    EXPECT_EQ(orv::Vector2(1.0f, 3.0f), v.project(orv::Axis::Y));
-    EXPECT_EQ(orv::Vector2(1.0f, 2.0f), v.project(orv::Axis::Z));
-    EXPECT_EQ(v.project(orv::Axis::Z), v.projectZ());
 }
 
 TEST(Vector3Test, RotateZTurnsCounterClockwiseSeenFromAbove)
 {
-    Vector3 v(1.0f, 0.0f, 5.0f);
-    v.rotateZSelf(orv::kHalfPi);
-    EXPECT_NEAR(0.0f, v.x, 1.0e-6f);
-    EXPECT_NEAR(1.0f, v.y, 1.0e-6f);
-    EXPECT_EQ(5.0f, v.z);
-    EXPECT_EQ(v, Vector3(1.0f, 0.0f, 5.0f).computeRotateZ(orv::kHalfPi));
+    const Vector3 turned = Vector3(1.0f, 0.0f, 5.0f).computeRotateZ(orv::kHalfPi);
+    EXPECT_NEAR(0.0f, turned.x, 1.0e-6f);
+    EXPECT_NEAR(1.0f, turned.y, 1.0e-6f);
+    EXPECT_EQ(5.0f, turned.z);
 }
 
 TEST(Vector3Test, AngleIsUnsignedAndPreciseNearZeroAndPi)
 {
-    EXPECT_FLOAT_EQ(orv::kHalfPi, orv::angle(Vector3(2.0f, 0.0f, 0.0f), Vector3(0.0f, 0.0f, -3.0f)));
     EXPECT_FLOAT_EQ(orv::kPi, orv::angle(Vector3(1.0f, 1.0f, 0.0f), Vector3(-1.0f, -1.0f, 0.0f)));
     // A 1e-4 radian gap is lost by acos in float, not by atan2.
     EXPECT_NEAR(1.0e-4f, orv::angle(Vector3(1.0f, 0.0f, 0.0f), Vector3(1.0f, 1.0e-4f, 0.0f)), 1.0e-8f);
@@ -96,24 +67,13 @@ TEST(Vector3Test, AngleIsUnsignedAndPreciseNearZeroAndPi)
 TEST(Vector3Test, FindNearestUnitAxisPicksTheClosestAndTheEarlierOnATie)
 {
     Vector3 axis;
-    const orv::Angle a = orv::findNearestUnitAxis(axis, Vector3(0.1f, -1.0f, 0.2f));
+    EXPECT_FLOAT_EQ(orv::angle(Vector3(0.1f, -1.0f, 0.2f), Vector3(0.0f, -1.0f, 0.0f)),
+                    orv::findNearestUnitAxis(axis, Vector3(0.1f, -1.0f, 0.2f)));
     EXPECT_EQ(Vector3(0.0f, -1.0f, 0.0f), axis);
-    EXPECT_FLOAT_EQ(orv::angle(Vector3(0.1f, -1.0f, 0.2f), axis), a);
-
     orv::findNearestUnitAxis(axis, Vector3(0.0f, -1.0f, -1.0f));
     EXPECT_EQ(Vector3(0.0f, -1.0f, 0.0f), axis);
     orv::findNearestUnitAxis(axis, Vector3(1.0f, 1.0f, 1.0f));
     EXPECT_EQ(Vector3(1.0f, 0.0f, 0.0f), axis);
-    orv::findNearestUnitAxis(axis, Vector3(-2.0f, 0.0f, 0.0f));
-    EXPECT_EQ(Vector3(-1.0f, 0.0f, 0.0f), axis);
-}
-
-TEST(Vector3Test, AreCollinearToleratesASmallSine)
-{
-    EXPECT_TRUE(orv::areCollinear(Vector3(1.0f, 2.0f, 3.0f), Vector3(-2.0f, -4.0f, -6.0f), 1.0e-6f));
-    EXPECT_TRUE(orv::areCollinear(Vector3(1.0f, 0.0f, 0.0f), Vector3(100.0f, 0.5f, 0.0f), 0.01f));
-    EXPECT_FALSE(orv::areCollinear(Vector3(1.0f, 0.0f, 0.0f), Vector3(100.0f, 5.0f, 0.0f), 0.01f));
-    EXPECT_TRUE(orv::areCollinear(Vector3(), Vector3(1.0f, 2.0f, 3.0f), 0.0f));
 }
 
 TEST(Vector3Test, BarycentricCoordinatesRebuildThePoint)
@@ -121,13 +81,12 @@ TEST(Vector3Test, BarycentricCoordinatesRebuildThePoint)
     const Vector3 a(1.0f, 0.0f, 2.0f);
     const Vector3 b(4.0f, 1.0f, 2.0f);
     const Vector3 c(0.0f, 5.0f, 3.0f);
-    const Vector3 p = a * 0.2f + b * 0.3f + c * 0.5f;
     float u, v, w;
-    ASSERT_TRUE(orv::computeBarycentricsCoordinates(p, a, b, c, u, v, w));
+    ASSERT_TRUE(orv::computeBarycentricsCoordinates(a * 0.2f + b * 0.3f + c * 0.5f, a, b, c, u, v, w));
     EXPECT_NEAR(0.2f, u, 1.0e-5f);
     EXPECT_NEAR(0.3f, v, 1.0e-5f);
     EXPECT_NEAR(0.5f, w, 1.0e-5f);
-    EXPECT_FALSE(orv::computeBarycentricsCoordinates(p, a, b, a * 2.0f - b, u, v, w));
+    EXPECT_FALSE(orv::computeBarycentricsCoordinates(a, a, b, a * 2.0f - b, u, v, w));
 }
 
 TEST(Vector3Test, ToStringRoundTripsAndStaysInItsBuffer)

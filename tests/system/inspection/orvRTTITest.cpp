@@ -1,12 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <memory>
 
-#include "math/types/orvVector3.h"
-#include "system/containers/orvArray.h"
-#include "system/containers/orvMap.h"
 #include "system/inspection/orvAbstractAttribute.h"
 #include "system/inspection/orvInspectionTestSupport.h"
 #include "system/inspection/orvRTTI.h"
@@ -61,22 +57,10 @@ public:
     int legs() const override { return 2; }
 };
 
-/// A value class of one type argument, named and identified from its argument.
-template <typename T>
-class Pair
-{
-    ORV_DECLARE_VALUE_RTTI(Pair)
-
-public:
-    T _first = T();
-    T _second = T();
-};
-
 ORV_IMPLEMENT_ABSTRACT_RTTI(Animal, "f52796a0-f3fe-40c6-aeca-92ef9ad9f55d", "orvtest::Animal")
 ORV_IMPLEMENT_RTTI(Dog, "b8ca82bf-53ba-42d0-9bfd-56e2023e8a96", "orvtest::Dog")
 ORV_IMPLEMENT_RTTI(Puppy, "4df489f8-0bf6-45f0-854e-04235a44851e", "orvtest::Puppy")
 ORV_IMPLEMENT_RTTI(Bird, "f333fa7b-2962-40d3-b61e-c71bafaef0e2", "orvtest::Bird")
-ORV_IMPLEMENT_TEMPLATE_RTTI(Pair, "5fa8e26c-a5f3-476f-8e8a-a41c28ab4868", "orvtest::Pair")
 
 void Animal::addAttributes()
 {
@@ -100,11 +84,6 @@ void Puppy::addAttributes()
 void Bird::addAttributes()
 {
     _rtti->addBaseClass<Animal>();
-}
-
-template <typename T>
-void Pair<T>::addAttributes()
-{
 }
 
 } // namespace orvtest
@@ -141,12 +120,8 @@ protected:
     }
 };
 
-TEST_F(RTTITest, NamesAndIdentifiersAnswerBothWaysAndUnknownOnesGiveNull)
+TEST_F(RTTITest, UnknownNamesAndIdentifiersGiveNull)
 {
-    EXPECT_STREQ("int", RTTI::getTypeName(Uuid("e7aba3a3-34e5-414f-95ad-f1b0a3163240")));
-    EXPECT_EQ(orv::RTTIAccessor<int64_t>::getClassRTTI(), RTTI::getRTTI(RTTI::getTypeID("long")));
-    EXPECT_EQ(nullptr, RTTI::createInstance(RTTI::getTypeID("float")));
-
     const Uuid unknown("ea2b667f-8b8f-4a89-bc42-484645a37470");
     EXPECT_EQ(nullptr, RTTI::getRTTI(unknown));
     EXPECT_EQ(nullptr, RTTI::getTypeName(unknown));
@@ -155,35 +130,27 @@ TEST_F(RTTITest, NamesAndIdentifiersAnswerBothWaysAndUnknownOnesGiveNull)
     EXPECT_TRUE(RTTI::getTypeID("orvtest::Nothing").isNull());
 }
 
-TEST_F(RTTITest, InstancesAreCreatedByIdentifierExceptForAbstractClasses)
+TEST_F(RTTITest, InstancesAreCreatedByNameExceptForAbstractClassesAndBaseTypes)
 {
-    EXPECT_NE(nullptr, RTTI::getRTTI(Animal::getClassRTTI()->getTypeID()));
     EXPECT_EQ(nullptr, RTTI::createInstance(Animal::getClassRTTI()->getTypeID()));
+    EXPECT_EQ(nullptr, RTTI::createInstance(RTTI::getTypeID("float")));
 
     std::unique_ptr<Animal> made(static_cast<Animal*>(RTTI::createInstance(RTTI::getTypeID("orvtest::Bird"))));
     ASSERT_NE(nullptr, made);
-    EXPECT_EQ(Bird::getClassRTTI(), made->getRTTI());
     EXPECT_EQ(2, made->legs());
-
     // getRTTI is virtual: through a base, the object's own class answers.
-    Puppy puppy;
-    EXPECT_STREQ("orvtest::Puppy", static_cast<const Animal&>(puppy).getRTTI()->getTypeName());
+    EXPECT_EQ(Bird::getClassRTTI(), made->getRTTI());
 }
 
 TEST_F(RTTITest, DerivationFollowsBasesAtAnyDepthAndIncludesTheClassItself)
 {
-    const RTTI& animal = *Animal::getClassRTTI();
     const RTTI& dog = *Dog::getClassRTTI();
     const RTTI& puppy = *Puppy::getClassRTTI();
-    const RTTI& bird = *Bird::getClassRTTI();
     EXPECT_TRUE(puppy.isDerivedFrom(puppy));
     EXPECT_TRUE(puppy.isDerivedFrom(dog));
-    EXPECT_TRUE(puppy.isDerivedFrom(animal));
     EXPECT_TRUE(puppy.isDerivedFrom<Animal>());
     EXPECT_FALSE(dog.isDerivedFrom(puppy));
-    EXPECT_FALSE(bird.isDerivedFrom(dog));
-    EXPECT_EQ(1u, puppy.getBaseClassesCount());
-    EXPECT_EQ(&dog, puppy.getBaseClassRTTI(0));
+    EXPECT_FALSE(Bird::getClassRTTI()->isDerivedFrom(dog));
 }
 
 TEST_F(RTTITest, DerivedDescriptorsAreListedInIdentifierOrder)
@@ -194,7 +161,6 @@ TEST_F(RTTITest, DerivedDescriptorsAreListedInIdentifierOrder)
     {
         EXPECT_TRUE(all[i - 1]->getTypeID() < all[i]->getTypeID());
     }
-
     const orv::PODArray<const RTTI*> dogs = RTTI::getRTTIs(Dog::getClassRTTI()->getTypeID());
     ASSERT_EQ(2u, dogs.size());
     // Stored bytes of _data0 little-endian: Dog's bf... sorts after Puppy's f8....
@@ -202,73 +168,42 @@ TEST_F(RTTITest, DerivedDescriptorsAreListedInIdentifierOrder)
     EXPECT_EQ(Puppy::getClassRTTI(), dogs[1]);
 }
 
-TEST_F(RTTITest, AttributesOfBasesComeFirstAndIndexingStopsAtTheCount)
+TEST_F(RTTITest, AttributesOfBasesComeFirstAndAreFoundByNormalisedNameDerivedFirst)
 {
     const RTTI& puppy = *Puppy::getClassRTTI();
     ASSERT_EQ(4u, puppy.getAttributesCount());
-    EXPECT_EQ(0u, puppy.getOwnAttributesCount());
     EXPECT_STREQ("legs", puppy.getAttribute(0u)->getName());
-    EXPECT_STREQ("weight", puppy.getAttribute(1u)->getName());
     EXPECT_STREQ("ownerName", puppy.getAttribute(2u)->getName());
-    EXPECT_STREQ("weight", puppy.getAttribute(3u)->getName());
     EXPECT_EQ(Dog::getClassRTTI(), puppy.getAttribute(3u)->getOwnerRTTI());
     EXPECT_EQ(nullptr, puppy.getAttribute(puppy.getAttributesCount()));
-}
 
-TEST_F(RTTITest, AttributesAreFoundByNormalisedNameWithTheDerivedOneFirst)
-{
-    const RTTI& puppy = *Puppy::getClassRTTI();
-    const orv::AbstractAttribute* owner = puppy.getAttribute("owner name");
-    ASSERT_NE(nullptr, owner);
-    EXPECT_EQ(owner, puppy.getAttribute("ownerName"));
-    EXPECT_EQ(Dog::getClassRTTI(), puppy.getAttribute("weight")->getOwnerRTTI());
+    EXPECT_EQ(puppy.getAttribute(2u), puppy.getAttribute("owner name"));
+    EXPECT_EQ(puppy.getAttribute(2u), puppy.getAttribute("ownerName"));
+    EXPECT_EQ(puppy.getAttribute(3u), puppy.getAttribute("weight"));
     EXPECT_EQ(Animal::getClassRTTI(), Bird::getClassRTTI()->getAttribute("weight")->getOwnerRTTI());
     EXPECT_EQ(nullptr, puppy.getAttribute("tail"));
-
-    EXPECT_TRUE(puppy.hasAttribute(*owner));
-    EXPECT_FALSE(Bird::getClassRTTI()->hasAttribute(*owner));
+    EXPECT_FALSE(Bird::getClassRTTI()->hasAttribute(*puppy.getAttribute(2u)));
 }
 
-TEST_F(RTTITest, AnAttributeHoldsItsValueTypeUntilItIsRemoved)
+TEST_F(RTTITest, ADescriptorLivesUntilItsLastHoldAndItsAttributesHoldTheirTypes)
 {
-    RTTI* doubleRTTI = orv::RTTIAccessor<double>::touchClassRTTI();
-    const unsigned int held = doubleRTTI->getCounter();
+    const RTTI* doubleRTTI = orv::RTTIAccessor<double>::getClassRTTI();
+    const unsigned int doubleHolds = doubleRTTI->getCounter();
     Dog::destroyClassRTTI(true);
-    EXPECT_EQ(held - 1u, doubleRTTI->getCounter());
-    // Puppy and Bird still hold Dog and Animal: the descriptors stay, Dog without its own attributes.
+    // Puppy still holds Dog: the descriptor stays, without its own attributes and their holds.
     ASSERT_NE(nullptr, Dog::getClassRTTI());
     EXPECT_EQ(0u, Dog::getClassRTTI()->getOwnAttributesCount());
-    Dog::createClassRTTI(true);
-    EXPECT_EQ(held, doubleRTTI->getCounter());
-    EXPECT_EQ(2u, Dog::getClassRTTI()->getOwnAttributesCount());
-    EXPECT_NE(nullptr, Dog::getClassRTTI()->getAttribute("owner name"));
-}
+    EXPECT_EQ(doubleHolds - 1u, doubleRTTI->getCounter());
 
-TEST_F(RTTITest, ADescriptorLivesUntilItsLastHoldIsReleased)
-{
-    Puppy::createClassRTTI(false);
-    Puppy::destroyClassRTTI(false);
-    Bird::destroyClassRTTI(true);
     Puppy::destroyClassRTTI(true);
-    EXPECT_EQ(nullptr, Puppy::_rtti);
+    EXPECT_EQ(nullptr, Dog::_rtti);
     EXPECT_EQ(nullptr, RTTI::getRTTI(Uuid("4df489f8-0bf6-45f0-854e-04235a44851e")));
-    Dog::destroyClassRTTI(true);
-    // Only its own registration holds Animal now; the base class lists have let go.
-    EXPECT_EQ(1u, Animal::getClassRTTI()->getCounter());
-    Animal::destroyClassRTTI(true);
-    EXPECT_EQ(nullptr, RTTI::getRTTI(Uuid("f52796a0-f3fe-40c6-aeca-92ef9ad9f55d")));
+    // Its own registration and Bird's base list hold Animal now.
+    EXPECT_EQ(2u, Animal::getClassRTTI()->getCounter());
 
-    // Dog alone brings Animal back, held but without its attributes, and takes it away again.
-    Dog::createClassRTTI(true);
-    EXPECT_EQ(1u, Animal::getClassRTTI()->getCounter());
-    EXPECT_EQ(0u, Animal::getClassRTTI()->getOwnAttributesCount());
-    Dog::destroyClassRTTI(true);
-    EXPECT_EQ(nullptr, Animal::_rtti);
-
-    Animal::createClassRTTI(true);
     Dog::createClassRTTI(true);
     Puppy::createClassRTTI(true);
-    Bird::createClassRTTI(true);
+    EXPECT_EQ(doubleHolds, doubleRTTI->getCounter());
 }
 
 TEST_F(RTTITest, ASecondRegistrationUnderTheSameNameGivesTheFirstDescriptor)
@@ -286,75 +221,8 @@ TEST_F(RTTITest, TheNameRegistryKeepsItsOwnCopyOfTheName)
     strcpy(name, "orvtest::Overwrite");
     EXPECT_STREQ("orvtest::Transient", rtti->getTypeName());
     EXPECT_EQ(typeID, RTTI::getTypeID("orvtest::Transient"));
-    EXPECT_TRUE(RTTI::getTypeID("orvtest::Overwrite").isNull());
     delete rtti;
     EXPECT_TRUE(RTTI::getTypeID("orvtest::Transient").isNull());
-}
-
-TEST_F(RTTITest, TemplateInstancesAreNamedAndIdentifiedFromTheirArgument)
-{
-    orvtest::Pair<int>::createClassRTTI(true);
-    orvtest::Pair<orv::Vector3>::createClassRTTI(true);
-    const RTTI* ints = orvtest::Pair<int>::getClassRTTI();
-    ASSERT_NE(nullptr, ints);
-    EXPECT_STREQ("orvtest::Pair<int>", ints->getTypeName());
-    EXPECT_EQ(Uuid("5fa8e26c-a5f3-476f-8e8a-a41c28ab4868") + RTTI::getTypeID("int"), ints->getTypeID());
-    EXPECT_STREQ("orvtest::Pair<orv::Vector3>", orvtest::Pair<orv::Vector3>::getClassRTTI()->getTypeName());
-    EXPECT_EQ(ints, orvtest::Pair<int>().getRTTI());
-    orvtest::Pair<orv::Vector3>::destroyClassRTTI(true);
-    orvtest::Pair<int>::destroyClassRTTI(true);
-    EXPECT_EQ(nullptr, RTTI::getRTTI(Uuid("5fa8e26c-a5f3-476f-8e8a-a41c28ab4868") + RTTI::getTypeID("int")));
-}
-
-TEST_F(RTTITest, CompositeTypesAreRegisteredOnTheirFirstHold)
-{
-    typedef orv::RTTIAccessor<orv::OrvMap<int, float>> MapAccessor;
-    const Uuid mapTypeID = Uuid("812c7245-c0cf-4918-9bbe-a257b553e850") + RTTI::getTypeID("int") +
-                           RTTI::getTypeID("float");
-    const unsigned int floatHolds = orv::RTTIAccessor<float>::getClassRTTI()->getCounter();
-    EXPECT_EQ(nullptr, RTTI::getRTTI(mapTypeID));
-    MapAccessor::createClassRTTI();
-    MapAccessor::createClassRTTI();
-    EXPECT_STREQ("OrvMap<int,float>*", RTTI::getTypeName(mapTypeID));
-    EXPECT_EQ(floatHolds + 2u, orv::RTTIAccessor<float>::getClassRTTI()->getCounter());
-    MapAccessor::destroyClassRTTI();
-    MapAccessor::destroyClassRTTI();
-    EXPECT_EQ(nullptr, RTTI::getRTTI(mapTypeID));
-    EXPECT_EQ(floatHolds, orv::RTTIAccessor<float>::getClassRTTI()->getCounter());
-
-    typedef orv::RTTIAccessor<orv::Array<const Dog*>> DogsAccessor;
-    DogsAccessor::createClassRTTI();
-    EXPECT_STREQ("Array<const orvtest::Dog*>", DogsAccessor::getClassRTTI()->getTypeName());
-    DogsAccessor::destroyClassRTTI();
-}
-
-TEST_F(RTTITest, TheTypeNameBufferHoldsEachFormAndAdvancesPastIt)
-{
-    const uint64_t before = orv::getRTTIConcatBufferIndex();
-    EXPECT_STREQ("a", orv::RTTIConcat("a"));
-    EXPECT_STREQ("a<b>", orv::RTTIConcat("a", "b"));
-    EXPECT_STREQ("a<b,c>", orv::RTTIConcat("a", "b", "c"));
-    EXPECT_STREQ("a<b,c,d>", orv::RTTIConcat("a", "b", "c", "d"));
-    EXPECT_STREQ("a<b,c,d,e>", orv::RTTIConcat("a", "b", "c", "d", "e"));
-    EXPECT_STREQ("a<b,c>", orv::RTTIConcat("a", "b", orv::OrvString("c")));
-    EXPECT_EQ(before + 2u + 5u + 7u + 9u + 11u + 7u, orv::getRTTIConcatBufferIndex());
-}
-
-TEST_F(RTTITest, EverythingGoesAtTeardownAndRegistersAfreshAfterwards)
-{
-    // In a child: the teardown would pull the descriptors out from under the fixture.
-    EXPECT_EXIT(
-        {
-            RTTI::destroyRTTIs();
-            const bool empty = RTTI::getTypeIDToRTTI().empty() && RTTI::getTypeNameToTypeID().empty();
-            RTTI::createRTTIs();
-            // Dog's pointer is stale now: it must be looked up again, not trusted.
-            Dog::createClassRTTI(true);
-            const bool fresh = RTTI::getRTTI(RTTI::getTypeID("orvtest::Dog")) == Dog::getClassRTTI() &&
-                               Dog::getClassRTTI()->getCounter() == 1u;
-            std::exit(empty && fresh ? 0 : 1);
-        },
-        ::testing::ExitedWithCode(0), "");
 }
 
 using RTTIDeathTest = RTTITest;

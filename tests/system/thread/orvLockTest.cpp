@@ -20,44 +20,30 @@ void onOtherThread(Probe probe)
     std::thread(probe).join();
 }
 
+/// Counts to twice the given number on two threads, each increment under the lock.
 template <class Lock>
-class ExclusiveLockTest : public ::testing::Test
+unsigned int countOnTwoThreads(unsigned int increments)
 {
-protected:
-    Lock _lock;
-};
-
-using ExclusiveLocks = ::testing::Types<orv::Mutex, orv::SpinLock>;
-TYPED_TEST_SUITE(ExclusiveLockTest, ExclusiveLocks);
-
-TYPED_TEST(ExclusiveLockTest, ConcurrentIncrementsUnderTheLockAreNeverLost)
-{
-    const unsigned int kIncrements = 20000;
+    Lock lock;
     unsigned int counter = 0;
     auto work = [&]()
     {
-        for (unsigned int i = 0; i < kIncrements; ++i)
+        for (unsigned int i = 0; i < increments; ++i)
         {
-            orv::ScopedLock<TypeParam> guard(this->_lock);
+            orv::ScopedLock<Lock> guard(lock);
             ++counter;
         }
     };
     std::thread other(work);
     work();
     other.join();
-    EXPECT_EQ(2 * kIncrements, counter);
+    return counter;
 }
 
-TYPED_TEST(ExclusiveLockTest, TrylockFailsOnlyWhileAnotherThreadHoldsTheLock)
+TEST(ExclusiveLockTest, ConcurrentIncrementsUnderTheLockAreNeverLost)
 {
-    bool takenElsewhere = true;
-    {
-        orv::ScopedLock<TypeParam> guard(this->_lock);
-        onOtherThread([&]() { takenElsewhere = this->_lock.trylock(); });
-    }
-    EXPECT_FALSE(takenElsewhere);
-    EXPECT_TRUE(this->_lock.trylock());
-    this->_lock.unlock();
+    EXPECT_EQ(40000u, countOnTwoThreads<orv::Mutex>(20000));
+    EXPECT_EQ(40000u, countOnTwoThreads<orv::SpinLock>(20000));
 }
 
 TEST(RWSpinLockTest, WriterExcludesEveryoneAndReadersExcludeOnlyWriters)
@@ -65,29 +51,24 @@ TEST(RWSpinLockTest, WriterExcludesEveryoneAndReadersExcludeOnlyWriters)
     orv::RWSpinLock lock;
     bool readerTaken = true;
     bool writerTaken = true;
+    auto probe = [&]()
+    {
+        readerTaken = lock.trylockReader();
+        writerTaken = lock.trylockWriter();
+        if (readerTaken)
+        {
+            lock.unlockReader();
+        }
+    };
     {
         orv::ScopedLockRW<orv::RWSpinLock, true> writer(lock);
-        onOtherThread(
-            [&]()
-            {
-                readerTaken = lock.trylockReader();
-                writerTaken = lock.trylockWriter();
-            });
+        onOtherThread(probe);
     }
     EXPECT_FALSE(readerTaken);
     EXPECT_FALSE(writerTaken);
     {
         orv::ScopedLockRW<orv::RWSpinLock, false> reader(lock);
-        onOtherThread(
-            [&]()
-            {
-                readerTaken = lock.trylockReader();
-                writerTaken = lock.trylockWriter();
-                if (readerTaken)
-                {
-                    lock.unlockReader();
-                }
-            });
+        onOtherThread(probe);
     }
     EXPECT_TRUE(readerTaken);
     EXPECT_FALSE(writerTaken);
@@ -96,41 +77,33 @@ TEST(RWSpinLockTest, WriterExcludesEveryoneAndReadersExcludeOnlyWriters)
     lock.unlockWriter();
 }
 
-class ConditionVarTest : public ::testing::Test
+TEST(ConditionVarTest, NotificationWakesAWaiterAndATimeOutKeepsTheMutex)
 {
-protected:
-    orv::Mutex _mutex;
-    orv::ConditionVar _condition;
-};
-
-TEST_F(ConditionVarTest, WaitForTimesOutWithoutNotificationAndKeepsTheMutex)
-{
-    orv::ConditionLock hold(_mutex);
-    EXPECT_FALSE(_condition.waitFor(hold, 1));
-    bool takenElsewhere = true;
-    onOtherThread([&]() { takenElsewhere = _mutex.trylock(); });
-    EXPECT_FALSE(takenElsewhere);
-}
-
-TEST_F(ConditionVarTest, NotificationWakesAWaiterBeforeItsLimit)
-{
+    orv::Mutex mutex;
+    orv::ConditionVar condition;
     orv::atomic32_t waiting;
     bool notified = false;
     std::thread waiter(
         [&]()
         {
-            orv::ConditionLock hold(_mutex);
+            orv::ConditionLock hold(mutex);
             // The mutex stays held from here until waitFor releases it, so the notifier cannot come too early.
             orv::atomicStoreReleaseBool(waiting, true);
-            notified = _condition.waitFor(hold, 600000);
+            notified = condition.waitFor(hold, 600000);
         });
     ASSERT_TRUE(orv::test::spinUntil([&]() { return orv::atomicLoadAcquireBool(waiting); }));
     {
-        orv::ConditionLock hold(_mutex);
-        _condition.notifyOne();
+        orv::ConditionLock hold(mutex);
+        condition.notifyOne();
     }
     waiter.join();
     EXPECT_TRUE(notified);
+
+    orv::ConditionLock hold(mutex);
+    EXPECT_FALSE(condition.waitFor(hold, 1));
+    bool takenElsewhere = true;
+    onOtherThread([&]() { takenElsewhere = mutex.trylock(); });
+    EXPECT_FALSE(takenElsewhere);
 }
 
 } // namespace

@@ -3,9 +3,7 @@
 
 #include "system/thread/orvThread.h"
 
-namespace orv
-{
-namespace test
+namespace orv::test
 {
 
 /// Tries before spinUntil gives up: long enough for a loaded machine, short enough to fail rather than hang.
@@ -26,5 +24,4 @@ bool spinUntil(Predicate predicate)
     return predicate();
 }
 
-} // namespace test
-} // namespace orv
+} // namespace orv::test
