@@ -86,10 +86,13 @@ void BM_FrameWanderTbbReference(benchmark::State& state)
             }
             if (!run.empty())
             {
-                tbb::parallel_for(size_t(0), run.size(), [&run](size_t i) {
-                    const orv::ProcessingBatch& slice = run[i];
-                    slice._updateMethod(slice._dt, slice._userData, slice._firstIndex, slice._lastIndex);
-                });
+                tbb::parallel_for(size_t(0), run.size(),
+                                  [&run](size_t i)
+                                  {
+                                      const orv::ProcessingBatch& slice = run[i];
+                                      slice._updateMethod(slice._dt, slice._userData, slice._firstIndex,
+                                                          slice._lastIndex);
+                                  });
                 run.clear();
             }
             batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
@@ -118,7 +121,9 @@ void BM_EmptyFrame(benchmark::State& state)
 }
 BENCHMARK(BM_EmptyFrame)->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
 
-void doNothing(orv::Time, void*, int, int) {}
+void doNothing(orv::Time, void*, int, int)
+{
+}
 
 /// One parallel run: waking the workers on the barrier, two empty batches, and joining them.
 void BM_ParallelRun(benchmark::State& state)

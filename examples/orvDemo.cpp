@@ -10,8 +10,8 @@
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "orvCore.h"
-#include "system/log/orvCoreLog.h"
 #include "orvWanderContext.h"
+#include "system/log/orvCoreLog.h"
 #include "system/utils/orvFileDir.h"
 
 namespace
@@ -195,7 +195,8 @@ int main(int argc, char** argv)
             // Destroy entities at random places of the dense array, then create as many anew.
             for (int i = 0; i < options.churn && simulation->getEntityCount() > 0; ++i)
             {
-                const int index = static_cast<int>(churnRng.rand() % static_cast<uint32_t>(simulation->getEntityCount()));
+                const int index =
+                    static_cast<int>(churnRng.rand() % static_cast<uint32_t>(simulation->getEntityCount()));
                 simulation->destroyEntity(simulation->getEntitiesManager().getEntities()[index].getHandle());
                 ++destroyed;
             }

@@ -196,18 +196,18 @@ const ProductInformation& getCoreProductInformation()
 extern "C"
 {
 
-void orvInitCore()
-{
-    orv::initCore();
-}
+    void orvInitCore()
+    {
+        orv::initCore();
+    }
 
-void orvFinishCore()
-{
-    orv::finishCore();
-}
+    void orvFinishCore()
+    {
+        orv::finishCore();
+    }
 
-void orvUseCoreDefaultAllocator()
-{
-    orv::useCoreDefaultAllocator();
-}
+    void orvUseCoreDefaultAllocator()
+    {
+        orv::useCoreDefaultAllocator();
+    }
 }

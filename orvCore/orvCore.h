@@ -23,10 +23,10 @@ const ProductInformation& getCoreProductInformation();
 
 extern "C"
 {
-/// C entry for orv::initCore.
-void orvInitCore();
-/// C entry for orv::finishCore.
-void orvFinishCore();
-/// C entry for orv::useCoreDefaultAllocator.
-void orvUseCoreDefaultAllocator();
+    /// C entry for orv::initCore.
+    void orvInitCore();
+    /// C entry for orv::finishCore.
+    void orvFinishCore();
+    /// C entry for orv::useCoreDefaultAllocator.
+    void orvUseCoreDefaultAllocator();
 }

@@ -11,7 +11,9 @@ void KBContext::addAttributes()
     _rtti->addBaseClass<IContext>();
 }
 
-KBContext::KBContext() : IContext(true, false) {}
+KBContext::KBContext() : IContext(true, false)
+{
+}
 
 KBContext::~KBContext() = default;
 
@@ -20,14 +22,24 @@ void KBContext::setContextType()
     assignContextType(ContextType::KNOWLEDGE_BASE);
 }
 
-void KBContext::allocateComponentsArrays() {}
+void KBContext::allocateComponentsArrays()
+{
+}
 
-void KBContext::deallocateComponentsArrays() {}
+void KBContext::deallocateComponentsArrays()
+{
+}
 
-void KBContext::doInit() {}
+void KBContext::doInit()
+{
+}
 
-void KBContext::doUpdate(Time) {}
+void KBContext::doUpdate(Time)
+{
+}
 
-void KBContext::doFinish() {}
+void KBContext::doFinish()
+{
+}
 
 } // namespace orv

@@ -22,9 +22,8 @@ void boundedCopy(char* destination, size_t size, const char* source)
 } // namespace
 
 ProductInformation::ProductInformation(const char* productName, const char* description, unsigned int majorVersion,
-                                       unsigned int minorVersion, unsigned int patchVersion,
-                                       unsigned int branchVersion, const char* versionLabel,
-                                       const char* releaseDate)
+                                       unsigned int minorVersion, unsigned int patchVersion, unsigned int branchVersion,
+                                       const char* versionLabel, const char* releaseDate)
     : _majorVersion(majorVersion), _minorVersion(minorVersion), _patchVersion(patchVersion),
       _branchVersion(branchVersion)
 {

@@ -11,7 +11,9 @@ void BehaviorContext::addAttributes()
     _rtti->addBaseClass<IContext>();
 }
 
-BehaviorContext::BehaviorContext() : IContext(true, true) {}
+BehaviorContext::BehaviorContext() : IContext(true, true)
+{
+}
 
 BehaviorContext::~BehaviorContext() = default;
 
@@ -20,14 +22,24 @@ void BehaviorContext::setContextType()
     assignContextType(ContextType::BEHAVIOR);
 }
 
-void BehaviorContext::allocateComponentsArrays() {}
+void BehaviorContext::allocateComponentsArrays()
+{
+}
 
-void BehaviorContext::deallocateComponentsArrays() {}
+void BehaviorContext::deallocateComponentsArrays()
+{
+}
 
-void BehaviorContext::doInit() {}
+void BehaviorContext::doInit()
+{
+}
 
-void BehaviorContext::doUpdate(Time) {}
+void BehaviorContext::doUpdate(Time)
+{
+}
 
-void BehaviorContext::doFinish() {}
+void BehaviorContext::doFinish()
+{
+}
 
 } // namespace orv

@@ -6,9 +6,13 @@ namespace orv
 
 ORV_IMPLEMENT_RTTI(BehaviorGraph, "5f751cce-c799-4041-b5bc-e254ef2f2192", "orv::BehaviorGraph")
 
-void BehaviorGraph::addAttributes() {}
+void BehaviorGraph::addAttributes()
+{
+}
 
-BehaviorGraph::BehaviorGraph(int maxEntityCount) : _maxEntityCount(maxEntityCount) {}
+BehaviorGraph::BehaviorGraph(int maxEntityCount) : _maxEntityCount(maxEntityCount)
+{
+}
 
 BehaviorGraph::~BehaviorGraph() = default;
 

@@ -16,7 +16,9 @@ void GroundManager::init()
     _running = true;
 }
 
-void GroundManager::update(Time) {}
+void GroundManager::update(Time)
+{
+}
 
 void GroundManager::finish()
 {

@@ -12,7 +12,6 @@ namespace orv
 class NoGround : public AbstractGround
 {
     ORV_DECLARE_RTTI(NoGround)
-
 };
 
 } // namespace orv

@@ -30,8 +30,7 @@ void Entity::addAttributes()
 
 Entity::Entity() = default;
 
-Entity::Entity(const Vector3& position, const Quaternion& orientation, float radius, float personalSpace,
-               float height)
+Entity::Entity(const Vector3& position, const Quaternion& orientation, float radius, float personalSpace, float height)
     : _radius(radius), _personalSpace(personalSpace), _height(height), _bodyOrientation(orientation),
       _moveOrientation(orientation), _position(position), _lastMoveOrientation(orientation)
 {

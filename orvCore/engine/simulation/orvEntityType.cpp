@@ -19,6 +19,8 @@ void EntityType::addAttributes()
     addAttribute("colorABGR", &EntityType::_colorABGR);
 }
 
-EntityType::EntityType(int maxCount) : AbstractEntityType(maxCount) {}
+EntityType::EntityType(int maxCount) : AbstractEntityType(maxCount)
+{
+}
 
 } // namespace orv

@@ -11,6 +11,8 @@ void GroupEntityType::addAttributes()
     _rtti->addBaseClass<AbstractEntityType>();
 }
 
-GroupEntityType::GroupEntityType(int maxCount) : AbstractEntityType(maxCount) {}
+GroupEntityType::GroupEntityType(int maxCount) : AbstractEntityType(maxCount)
+{
+}
 
 } // namespace orv

@@ -176,21 +176,49 @@ void IContext::enqueueGroupComponentsUpdate(ProcessingBatchQueue& queue, Time dt
     enqueueSlices(queue, &IContext::updateGroupComponentsBatch, !_isUpdateMultithread, groupCount, batchSize, dt);
 }
 
-void IContext::doPostUpdate(Time) {}
+void IContext::doPostUpdate(Time)
+{
+}
 
-void IContext::onCreateEntityType(int) {}
-void IContext::onInitEntityType(int) {}
-void IContext::onInitGroupEntityType(int) {}
-void IContext::onCreateEntityComponent(int, EntityHandle, int) {}
-void IContext::onInitEntityComponents(int, int) {}
-void IContext::onUpdateEntityComponents(Time, int, int) {}
-void IContext::onFinishEntityComponents(int, int) {}
-void IContext::onDestroyEntityComponents(int, int) {}
-void IContext::onCreateGroupComponent(int, EntityHandle, int) {}
-void IContext::onInitGroupComponents(int, int) {}
-void IContext::onUpdateGroupComponents(Time, int, int) {}
-void IContext::onFinishGroupComponents(int, int) {}
-void IContext::onDestroyGroupComponents(int, int) {}
+void IContext::onCreateEntityType(int)
+{
+}
+void IContext::onInitEntityType(int)
+{
+}
+void IContext::onInitGroupEntityType(int)
+{
+}
+void IContext::onCreateEntityComponent(int, EntityHandle, int)
+{
+}
+void IContext::onInitEntityComponents(int, int)
+{
+}
+void IContext::onUpdateEntityComponents(Time, int, int)
+{
+}
+void IContext::onFinishEntityComponents(int, int)
+{
+}
+void IContext::onDestroyEntityComponents(int, int)
+{
+}
+void IContext::onCreateGroupComponent(int, EntityHandle, int)
+{
+}
+void IContext::onInitGroupComponents(int, int)
+{
+}
+void IContext::onUpdateGroupComponents(Time, int, int)
+{
+}
+void IContext::onFinishGroupComponents(int, int)
+{
+}
+void IContext::onDestroyGroupComponents(int, int)
+{
+}
 
 void IContext::finish()
 {

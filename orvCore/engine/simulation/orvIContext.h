@@ -154,8 +154,8 @@ protected:
     void assignContextType(ContextType::Value type) { _contextType = type; }
 
 private:
-    void enqueueSlices(ProcessingBatchQueue& queue, BatchUpdateMethod method, bool blocking, int count,
-                       int batchSize, Time dt);
+    void enqueueSlices(ProcessingBatchQueue& queue, BatchUpdateMethod method, bool blocking, int count, int batchSize,
+                       Time dt);
     void enqueueTypesInit(ProcessingBatchQueue& queue, BatchUpdateMethod method, int typeCount);
     const char* getLogName() const;
 

@@ -32,8 +32,8 @@ struct ProcessingBatch
 typedef OrvQueue<ProcessingBatch, OrvDeque<ProcessingBatch>> ProcessingBatchQueue;
 
 /// A batch with these fields.
-inline ProcessingBatch makeBatch(BatchUpdateMethod method, void* userData, bool blocking, int firstIndex,
-                                 int lastIndex, Time dt)
+inline ProcessingBatch makeBatch(BatchUpdateMethod method, void* userData, bool blocking, int firstIndex, int lastIndex,
+                                 Time dt)
 {
     ProcessingBatch batch;
     batch._updateMethod = method;

@@ -6,8 +6,8 @@
 #include "knowledgeBase/orvKBContext.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "system/debug/orvAssert.h"
-#include "system/serialization/orvBinaryStream.h"
 #include "system/log/orvCoreLog.h"
+#include "system/serialization/orvBinaryStream.h"
 
 namespace orv
 {
@@ -377,7 +377,9 @@ void Simulation::finishBatch(Time, void* userData, int, int)
     theSimulation->_initialized = false;
 }
 
-void Simulation::emptyBlockingBatch(Time, void*, int, int) {}
+void Simulation::emptyBlockingBatch(Time, void*, int, int)
+{
+}
 
 void Simulation::setResolveEntityTypeEntities(bool)
 {

@@ -24,8 +24,7 @@ inline void spinPause()
 
 } // namespace
 
-SimulationsProcessor::SimulationsProcessor()
-    : _logicalCPUsCount(static_cast<int>(getSupportedConcurrentThreadCount()))
+SimulationsProcessor::SimulationsProcessor() : _logicalCPUsCount(static_cast<int>(getSupportedConcurrentThreadCount()))
 {
 }
 
@@ -83,9 +82,8 @@ bool SimulationsProcessor::removeSimulation(Simulation* simulation)
 void SimulationsProcessor::processThreadable(BatchUpdateMethod function, void* userData, int lastIndex,
                                              unsigned int batchSize)
 {
-    auto appendSlice = [&](int first, int last) {
-        _batchQueueForMultithread.push_back(makeBatch(function, userData, false, first, last, 0.0));
-    };
+    auto appendSlice = [&](int first, int last)
+    { _batchQueueForMultithread.push_back(makeBatch(function, userData, false, first, last, 0.0)); };
     if (batchSize == 1)
     {
         for (int index = 0; index <= lastIndex; ++index)

@@ -41,10 +41,8 @@ public:
     }
     /// Takes the other's blocks; the other is left empty and usable.
     OrvDeque(OrvDeque&& other) noexcept
-        : _blockAdresses(std::move(other._blockAdresses)),
-          _recycledBlocks(std::move(other._recycledBlocks)),
-          _size(other._size),
-          _headBlockIndex(other._headBlockIndex),
+        : _blockAdresses(std::move(other._blockAdresses)), _recycledBlocks(std::move(other._recycledBlocks)),
+          _size(other._size), _headBlockIndex(other._headBlockIndex),
           _headBlockFirstElementIndex(other._headBlockFirstElementIndex)
     {
         other._size = 0;
@@ -80,9 +78,17 @@ public:
     }
 
     /// Appends a copy of value at the back.
-    void push_back(const T& value) { new (reserveBack()) T(value); ++_size; }
+    void push_back(const T& value)
+    {
+        new (reserveBack()) T(value);
+        ++_size;
+    }
     /// Appends value, moved, at the back.
-    void push_back(T&& value) { new (reserveBack()) T(std::move(value)); ++_size; }
+    void push_back(T&& value)
+    {
+        new (reserveBack()) T(std::move(value));
+        ++_size;
+    }
 
     /// Destroys the front element; the deque must not be empty.
     void pop_front()

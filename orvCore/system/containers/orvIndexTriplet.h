@@ -58,8 +58,8 @@ void IndexTriplet<T>::addAttributes()
     static const char* const names[3] = {"index0", "index1", "index2"};
     for (uint32_t position = 0; position < 3; ++position)
     {
-        _rtti->addAttribute(ContainerAccessorsAttribute<T, IndexTriplet<T>>(names[position], _rtti, &IndexTriplet<T>::get,
-                                                                            &IndexTriplet<T>::set, position));
+        _rtti->addAttribute(ContainerAccessorsAttribute<T, IndexTriplet<T>>(
+            names[position], _rtti, &IndexTriplet<T>::get, &IndexTriplet<T>::set, position));
     }
 }
 

@@ -612,10 +612,7 @@ public:
     /// The entry of key, or end().
     iterator find(const K& key) { return iterator(redBlackTree::find(_root, _nil, key), this); }
     /// The entry of key, or end().
-    const_iterator find(const K& key) const
-    {
-        return const_iterator(redBlackTree::find(_root, _nil, key), this);
-    }
+    const_iterator find(const K& key) const { return const_iterator(redBlackTree::find(_root, _nil, key), this); }
     /// 1 when key is there, else 0.
     size_t count(const K& key) const { return redBlackTree::find(_root, _nil, key) != _nil ? 1 : 0; }
     /// The first entry whose key is not below key, or end().
@@ -649,8 +646,7 @@ public:
     {
         OrvMapNode* node = position._node;
         // With two children the successor's content moves into this node, which then is the next entry.
-        OrvMapNode* next =
-            (node->_left != _nil && node->_right != _nil) ? node : redBlackTree::successor(node, _nil);
+        OrvMapNode* next = (node->_left != _nil && node->_right != _nil) ? node : redBlackTree::successor(node, _nil);
         eraseNode(node);
         return iterator(next, this);
     }
@@ -684,10 +680,12 @@ public:
 private:
     void eraseNode(OrvMapNode* node)
     {
-        OrvMapNode* removed = redBlackTree::unlink(_root, _nil, node, [](OrvMapNode* target, OrvMapNode* source) {
-            target->_key = std::move(source->_key);
-            target->_value = std::move(source->_value);
-        });
+        OrvMapNode* removed = redBlackTree::unlink(_root, _nil, node,
+                                                   [](OrvMapNode* target, OrvMapNode* source)
+                                                   {
+                                                       target->_key = std::move(source->_key);
+                                                       target->_value = std::move(source->_value);
+                                                   });
         delete removed;
         --_size;
     }

@@ -161,10 +161,7 @@ public:
     /// 1 when key is there, else 0.
     size_t count(const K& key) const { return redBlackTree::find(_root, _nil, key) != _nil ? 1 : 0; }
     /// The first key not below key, or end().
-    iterator lower_bound(const K& key) const
-    {
-        return iterator(redBlackTree::bound(_root, _nil, key, false), this);
-    }
+    iterator lower_bound(const K& key) const { return iterator(redBlackTree::bound(_root, _nil, key, false), this); }
     /// The first key above key, or end().
     iterator upper_bound(const K& key) const { return iterator(redBlackTree::bound(_root, _nil, key, true), this); }
 
@@ -184,8 +181,7 @@ public:
     {
         OrvSetNode* node = const_cast<OrvSetNode*>(position._node);
         // With two children the successor's key moves into this node, which then is the next position.
-        OrvSetNode* next =
-            (node->_left != _nil && node->_right != _nil) ? node : redBlackTree::successor(node, _nil);
+        OrvSetNode* next = (node->_left != _nil && node->_right != _nil) ? node : redBlackTree::successor(node, _nil);
         eraseNode(node);
         return iterator(next, this);
     }
@@ -215,9 +211,8 @@ public:
 private:
     void eraseNode(OrvSetNode* node)
     {
-        OrvSetNode* removed = redBlackTree::unlink(_root, _nil, node, [](OrvSetNode* target, OrvSetNode* source) {
-            target->_key = std::move(source->_key);
-        });
+        OrvSetNode* removed = redBlackTree::unlink(
+            _root, _nil, node, [](OrvSetNode* target, OrvSetNode* source) { target->_key = std::move(source->_key); });
         delete removed;
         --_size;
     }

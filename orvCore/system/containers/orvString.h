@@ -246,29 +246,65 @@ public:
 };
 
 /// Byte-wise equality.
-inline bool operator==(const OrvString& a, const OrvString& b) { return a.compare(b) == 0; }
+inline bool operator==(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) == 0;
+}
 /// Byte-wise equality with a terminated text.
-inline bool operator==(const OrvString& a, const char* b) { return a.compare(b) == 0; }
+inline bool operator==(const OrvString& a, const char* b)
+{
+    return a.compare(b) == 0;
+}
 /// Byte-wise equality with a terminated text.
-inline bool operator==(const char* a, const OrvString& b) { return b.compare(a) == 0; }
+inline bool operator==(const char* a, const OrvString& b)
+{
+    return b.compare(a) == 0;
+}
 /// Byte-wise inequality.
-inline bool operator!=(const OrvString& a, const OrvString& b) { return a.compare(b) != 0; }
+inline bool operator!=(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) != 0;
+}
 /// Byte-wise inequality with a terminated text.
-inline bool operator!=(const OrvString& a, const char* b) { return a.compare(b) != 0; }
+inline bool operator!=(const OrvString& a, const char* b)
+{
+    return a.compare(b) != 0;
+}
 /// Byte-wise inequality with a terminated text.
-inline bool operator!=(const char* a, const OrvString& b) { return b.compare(a) != 0; }
+inline bool operator!=(const char* a, const OrvString& b)
+{
+    return b.compare(a) != 0;
+}
 /// Byte-wise order, as unsigned bytes.
-inline bool operator<(const OrvString& a, const OrvString& b) { return a.compare(b) < 0; }
+inline bool operator<(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) < 0;
+}
 /// Byte-wise order against a terminated text.
-inline bool operator<(const OrvString& a, const char* b) { return a.compare(b) < 0; }
+inline bool operator<(const OrvString& a, const char* b)
+{
+    return a.compare(b) < 0;
+}
 /// Byte-wise order against a terminated text.
-inline bool operator<(const char* a, const OrvString& b) { return b.compare(a) > 0; }
+inline bool operator<(const char* a, const OrvString& b)
+{
+    return b.compare(a) > 0;
+}
 /// Byte-wise order.
-inline bool operator<=(const OrvString& a, const OrvString& b) { return a.compare(b) <= 0; }
+inline bool operator<=(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) <= 0;
+}
 /// Byte-wise order.
-inline bool operator>(const OrvString& a, const OrvString& b) { return a.compare(b) > 0; }
+inline bool operator>(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) > 0;
+}
 /// Byte-wise order.
-inline bool operator>=(const OrvString& a, const OrvString& b) { return a.compare(b) >= 0; }
+inline bool operator>=(const OrvString& a, const OrvString& b)
+{
+    return a.compare(b) >= 0;
+}
 
 /// Concatenation.
 OrvString operator+(const OrvString& a, const OrvString& b);

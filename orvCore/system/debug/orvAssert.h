@@ -25,42 +25,44 @@ void printErrorMessage(const char* message);
 void printDebugMessage(const char* message);
 
 /// A debugger hook; does nothing in this configuration.
-inline void debugBreakIf(bool) {}
+inline void debugBreakIf(bool)
+{
+}
 
 } // namespace orv
 
 /// Ends the process when the condition is false: the report, the call stack, SIGTRAP, then exit(-1).
-#define orvAssert(condition)                                                                                     \
-    do                                                                                                           \
-    {                                                                                                            \
-        if (!(condition))                                                                                        \
-        {                                                                                                        \
-            ::orv::assertFailedOutput(#condition, __FILE__, __FUNCTION__, __LINE__, nullptr);                  \
-            ::orv::showCallStack();                                                                              \
-            ::std::raise(SIGTRAP);                                                                               \
-            ::std::exit(-1);                                                                                     \
-        }                                                                                                        \
+#define orvAssert(condition)                                                                                           \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(condition))                                                                                              \
+        {                                                                                                              \
+            ::orv::assertFailedOutput(#condition, __FILE__, __FUNCTION__, __LINE__, nullptr);                          \
+            ::orv::showCallStack();                                                                                    \
+            ::std::raise(SIGTRAP);                                                                                     \
+            ::std::exit(-1);                                                                                           \
+        }                                                                                                              \
     } while (false)
 
 /// orvAssert with a printf-style message behind the condition.
-#define orvAssertMsg(condition, ...)                                                                             \
-    do                                                                                                           \
-    {                                                                                                            \
-        if (!(condition))                                                                                        \
-        {                                                                                                        \
-            ::orv::assertFailedOutput(#condition, __FILE__, __FUNCTION__, __LINE__, __VA_ARGS__);              \
-            ::orv::showCallStack();                                                                              \
-            ::std::raise(SIGTRAP);                                                                               \
-            ::std::exit(-1);                                                                                     \
-        }                                                                                                        \
+#define orvAssertMsg(condition, ...)                                                                                   \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (!(condition))                                                                                              \
+        {                                                                                                              \
+            ::orv::assertFailedOutput(#condition, __FILE__, __FUNCTION__, __LINE__, __VA_ARGS__);                      \
+            ::orv::showCallStack();                                                                                    \
+            ::std::raise(SIGTRAP);                                                                                     \
+            ::std::exit(-1);                                                                                           \
+        }                                                                                                              \
     } while (false)
 
 /// Ends the process with a printf-style message and no condition.
-#define orvExit(...)                                                                                             \
-    do                                                                                                           \
-    {                                                                                                            \
-        ::orv::exitOutput(__FILE__, __FUNCTION__, __LINE__, __VA_ARGS__);                                       \
-        ::orv::showCallStack();                                                                                  \
-        ::std::raise(SIGTRAP);                                                                                   \
-        ::std::exit(-1);                                                                                         \
+#define orvExit(...)                                                                                                   \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        ::orv::exitOutput(__FILE__, __FUNCTION__, __LINE__, __VA_ARGS__);                                              \
+        ::orv::showCallStack();                                                                                        \
+        ::std::raise(SIGTRAP);                                                                                         \
+        ::std::exit(-1);                                                                                               \
     } while (false)

@@ -24,7 +24,9 @@ AbstractAttribute& AbstractAttribute::operator=(const AbstractAttribute& other)
     return *this;
 }
 
-AbstractAttribute::~AbstractAttribute() {}
+AbstractAttribute::~AbstractAttribute()
+{
+}
 
 const RTTI* AbstractAttribute::getOwnerRTTI() const
 {

@@ -26,8 +26,7 @@ public:
     /// the attribute is read-only: the getter-only form of a const V& attribute.
     template <typename GetterFunction, typename SetterFunction = std::nullptr_t>
     AccessorsAttribute(const char* name, const RTTI* ownerRTTI, GetterFunction getter, SetterFunction setter = nullptr)
-        : attributeDetail::AccessorsAttributeBase<T, Owner, AccessorsAttribute>(name, ownerRTTI),
-          _getter(getter),
+        : attributeDetail::AccessorsAttributeBase<T, Owner, AccessorsAttribute>(name, ownerRTTI), _getter(getter),
           _setter(setter)
     {
     }

@@ -32,8 +32,7 @@ struct AttributeForm<const V&>
     /// What a setter is handed.
     typedef const V& SetterArgument;
     /// The attribute's kind.
-    static constexpr AbstractAttribute::AttributeType::Value kind =
-        AbstractAttribute::AttributeType::CONST_REFERENCE;
+    static constexpr AbstractAttribute::AttributeType::Value kind = AbstractAttribute::AttributeType::CONST_REFERENCE;
 };
 
 /// V*: a pointer that the streams resolve by id.

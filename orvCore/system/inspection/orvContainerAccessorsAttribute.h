@@ -27,9 +27,7 @@ public:
     ContainerAccessorsAttribute(const char* name, const RTTI* ownerRTTI, GetterFunction getter, SetterFunction setter,
                                 uint32_t index)
         : attributeDetail::AccessorsAttributeBase<T, Owner, ContainerAccessorsAttribute>(name, ownerRTTI),
-          _getter(getter),
-          _setter(setter),
-          _index(index)
+          _getter(getter), _setter(setter), _index(index)
     {
     }
 
@@ -42,8 +40,8 @@ public:
     }
 
     /// The const V& form's setter under its other name: forwards to setConstReference.
-    template <typename U = T, std::enable_if_t<AttributeForm<U>::kind == AbstractAttribute::AttributeType::CONST_REFERENCE,
-                                               int> = 0>
+    template <typename U = T,
+              std::enable_if_t<AttributeForm<U>::kind == AbstractAttribute::AttributeType::CONST_REFERENCE, int> = 0>
     void setReference(Owner& owner, typename AttributeForm<U>::SetterArgument value) const
     {
         this->setConstReference(owner, value);

@@ -285,8 +285,8 @@ inline const RTTI* lookUpClassRTTI(RTTI*& rtti, const Uuid& typeID, const char* 
 /// The steps of a one-argument template's createClassRTTI: its identifier is base + argument's, its name
 /// "name<argument>". Holds the argument's descriptor as long as its own.
 template <class C, typename A0>
-void createTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName,
-                             IRTTICreator* (*makeCreator)(), bool withAttributes)
+void createTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName, IRTTICreator* (*makeCreator)(),
+                             bool withAttributes)
 {
     RTTIAccessor<A0>::createClassRTTI();
     const RTTI* argument = RTTIAccessor<A0>::getClassRTTI();
@@ -334,31 +334,31 @@ const RTTI* lookUpTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const c
 // The members every inspectable class declares. Put the macro first in the class body, so that getRTTI is the
 // first virtual function; the access is public after it. The class defines addAttributes() in its source:
 // _rtti->addBaseClass<Base>() for each direct base, then one attribute per member, through the two helpers.
-#define ORV_DECLARE_RTTI_MEMBERS(ClassName, virtualKeyword)                                                       \
-public:                                                                                                            \
-    /** The class's descriptor while registered, else null. */                                                    \
-    static ::orv::RTTI* _rtti;                                                                                     \
-    /** Registers or holds the descriptor; with true, also adds the attributes. initCore's thread only. */        \
-    static void createClassRTTI(bool withAttributes);                                                              \
-    /** Releases the descriptor; with true, also removes the attributes. finishCore's thread only. */             \
-    static void destroyClassRTTI(bool withAttributes);                                                             \
-    /** The class's descriptor, looked up if not held; never created here. */                                     \
-    static const ::orv::RTTI* getClassRTTI();                                                                      \
-    /** The descriptor of the object's class. */                                                                  \
-    virtualKeyword const ::orv::RTTI* getRTTI() const;                                                             \
-    /** Adds, or while the descriptor is removing removes, the bases and attributes. Defined by the class. */     \
-    static void addAttributes();                                                                                   \
-    /** Adds (or removes) the attribute of a data member. */                                                      \
-    template <typename OrvAttributeForm>                                                                           \
-    static void addAttribute(const char* name, OrvAttributeForm ClassName::*member)                                \
-    {                                                                                                              \
-        _rtti->addAttribute(::orv::Attribute<OrvAttributeForm, ClassName>(name, _rtti, member));                  \
-    }                                                                                                              \
-    /** Adds (or removes) the attribute of a getter and setter pair of the given form. */                \
-    template <typename OrvAttributeForm, typename OrvGetter, typename OrvSetter>                                   \
-    static void addAccessorsAttribute(const char* name, OrvGetter getter, OrvSetter setter)                       \
-    {                                                                                                              \
-        _rtti->addAttribute(::orv::AccessorsAttribute<OrvAttributeForm, ClassName>(name, _rtti, getter, setter)); \
+#define ORV_DECLARE_RTTI_MEMBERS(ClassName, virtualKeyword)                                                            \
+public:                                                                                                                \
+    /** The class's descriptor while registered, else null. */                                                         \
+    static ::orv::RTTI* _rtti;                                                                                         \
+    /** Registers or holds the descriptor; with true, also adds the attributes. initCore's thread only. */             \
+    static void createClassRTTI(bool withAttributes);                                                                  \
+    /** Releases the descriptor; with true, also removes the attributes. finishCore's thread only. */                  \
+    static void destroyClassRTTI(bool withAttributes);                                                                 \
+    /** The class's descriptor, looked up if not held; never created here. */                                          \
+    static const ::orv::RTTI* getClassRTTI();                                                                          \
+    /** The descriptor of the object's class. */                                                                       \
+    virtualKeyword const ::orv::RTTI* getRTTI() const;                                                                 \
+    /** Adds, or while the descriptor is removing removes, the bases and attributes. Defined by the class. */          \
+    static void addAttributes();                                                                                       \
+    /** Adds (or removes) the attribute of a data member. */                                                           \
+    template <typename OrvAttributeForm>                                                                               \
+    static void addAttribute(const char* name, OrvAttributeForm ClassName::*member)                                    \
+    {                                                                                                                  \
+        _rtti->addAttribute(::orv::Attribute<OrvAttributeForm, ClassName>(name, _rtti, member));                       \
+    }                                                                                                                  \
+    /** Adds (or removes) the attribute of a getter and setter pair of the given form. */                              \
+    template <typename OrvAttributeForm, typename OrvGetter, typename OrvSetter>                                       \
+    static void addAccessorsAttribute(const char* name, OrvGetter getter, OrvSetter setter)                            \
+    {                                                                                                                  \
+        _rtti->addAttribute(::orv::AccessorsAttribute<OrvAttributeForm, ClassName>(name, _rtti, getter, setter));      \
     }
 
 /// In a polymorphic class's body: the inspection members, with a virtual getRTTI.
@@ -371,68 +371,70 @@ public:                                                                         
 #define ORV_DECLARE_VALUE_RTTI(ClassName) ORV_DECLARE_RTTI_MEMBERS(ClassName, )
 
 /// In the class's source: its identifier, registered name and creator factory.
-#define ORV_IMPLEMENT_RTTI_WITH_CREATOR(ClassName, uuidText, typeName, creatorFactory)                           \
-    ::orv::RTTI* ClassName::_rtti = nullptr;                                                                       \
-    void ClassName::createClassRTTI(bool withAttributes)                                                           \
-    {                                                                                                              \
-        static const ::orv::Uuid typeID(uuidText);                                                                 \
-        ::orv::rttiDetail::createClassRTTI<ClassName>(_rtti, typeID, typeName, creatorFactory, withAttributes);   \
-    }                                                                                                              \
-    void ClassName::destroyClassRTTI(bool withAttributes)                                                          \
-    {                                                                                                              \
-        ::orv::rttiDetail::destroyClassRTTI<ClassName>(_rtti, withAttributes);                                     \
-    }                                                                                                              \
-    const ::orv::RTTI* ClassName::getClassRTTI()                                                                   \
-    {                                                                                                              \
-        static const ::orv::Uuid typeID(uuidText);                                                                 \
-        return ::orv::rttiDetail::lookUpClassRTTI(_rtti, typeID, typeName);                                        \
-    }                                                                                                              \
-    const ::orv::RTTI* ClassName::getRTTI() const { return getClassRTTI(); }
+#define ORV_IMPLEMENT_RTTI_WITH_CREATOR(ClassName, uuidText, typeName, creatorFactory)                                 \
+    ::orv::RTTI* ClassName::_rtti = nullptr;                                                                           \
+    void ClassName::createClassRTTI(bool withAttributes)                                                               \
+    {                                                                                                                  \
+        static const ::orv::Uuid typeID(uuidText);                                                                     \
+        ::orv::rttiDetail::createClassRTTI<ClassName>(_rtti, typeID, typeName, creatorFactory, withAttributes);        \
+    }                                                                                                                  \
+    void ClassName::destroyClassRTTI(bool withAttributes)                                                              \
+    {                                                                                                                  \
+        ::orv::rttiDetail::destroyClassRTTI<ClassName>(_rtti, withAttributes);                                         \
+    }                                                                                                                  \
+    const ::orv::RTTI* ClassName::getClassRTTI()                                                                       \
+    {                                                                                                                  \
+        static const ::orv::Uuid typeID(uuidText);                                                                     \
+        return ::orv::rttiDetail::lookUpClassRTTI(_rtti, typeID, typeName);                                            \
+    }                                                                                                                  \
+    const ::orv::RTTI* ClassName::getRTTI() const                                                                      \
+    {                                                                                                                  \
+        return getClassRTTI();                                                                                         \
+    }
 
 /// In a concrete class's source, e.g. ORV_IMPLEMENT_RTTI(Plane3, "ed30bc5a-...", "orv::Plane3").
-#define ORV_IMPLEMENT_RTTI(ClassName, uuidText, typeName)                                                        \
+#define ORV_IMPLEMENT_RTTI(ClassName, uuidText, typeName)                                                              \
     ORV_IMPLEMENT_RTTI_WITH_CREATOR(ClassName, uuidText, typeName, &::orv::rttiDetail::makeCreator<ClassName>)
 
 /// In an abstract class's source, or a class never made from nothing: registered without a creator.
-#define ORV_IMPLEMENT_ABSTRACT_RTTI(ClassName, uuidText, typeName)                                               \
+#define ORV_IMPLEMENT_ABSTRACT_RTTI(ClassName, uuidText, typeName)                                                     \
     ORV_IMPLEMENT_RTTI_WITH_CREATOR(ClassName, uuidText, typeName, &::orv::rttiDetail::makeNoCreator)
 
 /// In the header of a template class of one type argument, after the class: identifier base + argument's,
 /// name "typeName<argument>". The class declares itself with ORV_DECLARE_RTTI or ORV_DECLARE_VALUE_RTTI and
 /// defines addAttributes() in the header too.
-#define ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, creatorFactory)          \
-    template <typename A0>                                                                                         \
-    ::orv::RTTI* ClassTemplate<A0>::_rtti = nullptr;                                                               \
-    template <typename A0>                                                                                         \
-    void ClassTemplate<A0>::createClassRTTI(bool withAttributes)                                                   \
-    {                                                                                                              \
-        ::orv::rttiDetail::createTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, baseUuidText, typeName,          \
-                                                                          creatorFactory, withAttributes);        \
-    }                                                                                                              \
-    template <typename A0>                                                                                         \
-    void ClassTemplate<A0>::destroyClassRTTI(bool withAttributes)                                                  \
-    {                                                                                                              \
-        ::orv::rttiDetail::destroyTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, withAttributes);                \
-    }                                                                                                              \
-    template <typename A0>                                                                                         \
-    const ::orv::RTTI* ClassTemplate<A0>::getClassRTTI()                                                           \
-    {                                                                                                              \
-        return ::orv::rttiDetail::lookUpTemplateClassRTTI<A0>(_rtti, baseUuidText, typeName);                     \
-    }                                                                                                              \
-    template <typename A0>                                                                                         \
-    const ::orv::RTTI* ClassTemplate<A0>::getRTTI() const                                                          \
-    {                                                                                                              \
-        return getClassRTTI();                                                                                     \
+#define ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, creatorFactory)                \
+    template <typename A0>                                                                                             \
+    ::orv::RTTI* ClassTemplate<A0>::_rtti = nullptr;                                                                   \
+    template <typename A0>                                                                                             \
+    void ClassTemplate<A0>::createClassRTTI(bool withAttributes)                                                       \
+    {                                                                                                                  \
+        ::orv::rttiDetail::createTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, baseUuidText, typeName,               \
+                                                                          creatorFactory, withAttributes);             \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    void ClassTemplate<A0>::destroyClassRTTI(bool withAttributes)                                                      \
+    {                                                                                                                  \
+        ::orv::rttiDetail::destroyTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, withAttributes);                     \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    const ::orv::RTTI* ClassTemplate<A0>::getClassRTTI()                                                               \
+    {                                                                                                                  \
+        return ::orv::rttiDetail::lookUpTemplateClassRTTI<A0>(_rtti, baseUuidText, typeName);                          \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    const ::orv::RTTI* ClassTemplate<A0>::getRTTI() const                                                              \
+    {                                                                                                                  \
+        return getClassRTTI();                                                                                         \
     }
 
 /// A concrete template class, e.g. ORV_IMPLEMENT_TEMPLATE_RTTI(IndexTriplet, "1510e4ff-...", "orv::IndexTriplet").
-#define ORV_IMPLEMENT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                       \
-    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName,                               \
+#define ORV_IMPLEMENT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                             \
+    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName,                                    \
                                              &::orv::rttiDetail::makeCreator<ClassTemplate<A0>>)
 
 /// An abstract template class, registered without a creator.
-#define ORV_IMPLEMENT_ABSTRACT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                              \
-    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName,                               \
-                                             &::orv::rttiDetail::makeNoCreator)
+#define ORV_IMPLEMENT_ABSTRACT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                    \
+    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, &::orv::rttiDetail::makeNoCreator)
 
 #include "system/inspection/orvRTTIAccessor.h"

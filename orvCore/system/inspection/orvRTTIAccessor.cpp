@@ -63,8 +63,7 @@ void createRTTIBaseTypeAccessors()
     registerBaseType<Vector3>(vectorTypeID + 3u, "orv::Vector3");
     registerBaseType<Vector4>(vectorTypeID + 4u, "orv::Vector4");
     registerBaseType<Quaternion>(Uuid("3e67050a-c502-4170-80b9-c654c11d1695") + floatTypeID, "orv::Quaternion");
-    registerBaseType<RotationMatrix>(Uuid("f7dc7e88-49cf-400c-86f5-77da0923f7e6") + floatTypeID,
-                                     "orv::RotationMatrix");
+    registerBaseType<RotationMatrix>(Uuid("f7dc7e88-49cf-400c-86f5-77da0923f7e6") + floatTypeID, "orv::RotationMatrix");
 }
 
 void destroyRTTIBaseTypeAccessors()

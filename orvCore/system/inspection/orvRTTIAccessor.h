@@ -134,10 +134,10 @@ private:
     static inline RTTI* _rtti = nullptr;
 };
 
-#define ORV_RTTI_BASE_TYPE_ACCESSOR(Type)                                                                         \
-    template <>                                                                                                    \
-    class RTTIAccessor<Type> : public RTTIBaseTypeAccessor<Type>                                                   \
-    {                                                                                                              \
+#define ORV_RTTI_BASE_TYPE_ACCESSOR(Type)                                                                              \
+    template <>                                                                                                        \
+    class RTTIAccessor<Type> : public RTTIBaseTypeAccessor<Type>                                                       \
+    {                                                                                                                  \
     };
 
 /// "bool".
@@ -253,10 +253,7 @@ public:
     /// The descriptor, or null until the first hold.
     static const RTTI* getClassRTTI() { return Holder::getClassRTTI(); }
     /// Registers or holds the descriptor and T's.
-    static void createClassRTTI()
-    {
-        Holder::createClassRTTI("d82fbb17-65dd-4579-a031-d68f04d44b5c", "PODArray<%s>");
-    }
+    static void createClassRTTI() { Holder::createClassRTTI("d82fbb17-65dd-4579-a031-d68f04d44b5c", "PODArray<%s>"); }
     /// Releases both holds.
     static void destroyClassRTTI() { Holder::destroyClassRTTI(); }
 
@@ -272,10 +269,7 @@ public:
     /// The descriptor, or null until the first hold.
     static const RTTI* getClassRTTI() { return Holder::getClassRTTI(); }
     /// Registers or holds the descriptor, K's and V's.
-    static void createClassRTTI()
-    {
-        Holder::createClassRTTI("812c7245-c0cf-4918-9bbe-a257b553e850", "OrvMap<%s,%s>*");
-    }
+    static void createClassRTTI() { Holder::createClassRTTI("812c7245-c0cf-4918-9bbe-a257b553e850", "OrvMap<%s,%s>*"); }
     /// Releases the three holds.
     static void destroyClassRTTI() { Holder::destroyClassRTTI(); }
 

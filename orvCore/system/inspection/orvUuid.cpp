@@ -97,7 +97,7 @@ Uuid Uuid::createUuid()
     if (pipe == nullptr || status != 0 || text.empty())
     {
         orvLogCore(LogSeverity::LOG_ERROR, "uuidgen gave no identifier (status " << status << "), text \"" << text
-                                                                                   << "\"; the null Uuid is used");
+                                                                                 << "\"; the null Uuid is used");
         return Uuid();
     }
     return Uuid(text.c_str());

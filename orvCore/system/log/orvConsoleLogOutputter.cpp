@@ -14,11 +14,16 @@ const char* consoleMark(LogSeverity::Value severity)
 {
     switch (severity)
     {
-    case LogSeverity::LOG_CRITICAL: return "[CRITICAL] - ";
-    case LogSeverity::LOG_ERROR: return "[ERROR] - ";
-    case LogSeverity::LOG_WARNING: return "[WARNING] - ";
-    case LogSeverity::LOG_INFO: return "[INFO] - ";
-    default: return "[DEBUG] - ";
+    case LogSeverity::LOG_CRITICAL:
+        return "[CRITICAL] - ";
+    case LogSeverity::LOG_ERROR:
+        return "[ERROR] - ";
+    case LogSeverity::LOG_WARNING:
+        return "[WARNING] - ";
+    case LogSeverity::LOG_INFO:
+        return "[INFO] - ";
+    default:
+        return "[DEBUG] - ";
     }
 }
 

@@ -18,7 +18,7 @@ protected:
     void doOutput(const LogEvent& event) override;
 
 private:
-    std::ostringstream _stream;  // reused for each message
+    std::ostringstream _stream; // reused for each message
 };
 
 } // namespace orv

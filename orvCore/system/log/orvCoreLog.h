@@ -23,23 +23,23 @@ bool isCoreLogValid();
 } // namespace orv
 
 /// Logs a streamed message on a log; the text is built only when the log's filter lets the severity through.
-#define orvLog(log, severity, message)                                                                             \
-    do                                                                                                             \
-    {                                                                                                              \
-        if ((log).getSeverityFilter() >= (severity))                                                               \
-        {                                                                                                          \
-            ::std::ostringstream orvLogStream_;                                                                    \
-            orvLogStream_ << message;                                                                              \
-            (log).trace((severity), __FILE__, __LINE__, __FUNCTION__, orvLogStream_.str().c_str());              \
-        }                                                                                                          \
+#define orvLog(log, severity, message)                                                                                 \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if ((log).getSeverityFilter() >= (severity))                                                                   \
+        {                                                                                                              \
+            ::std::ostringstream orvLogStream_;                                                                        \
+            orvLogStream_ << message;                                                                                  \
+            (log).trace((severity), __FILE__, __LINE__, __FUNCTION__, orvLogStream_.str().c_str());                    \
+        }                                                                                                              \
     } while (false)
 
 /// Logs a streamed message on the core log, if it exists.
-#define orvLogCore(severity, message)                                                                              \
-    do                                                                                                             \
-    {                                                                                                              \
-        if (::orv::isCoreLogValid())                                                                               \
-        {                                                                                                          \
-            orvLog(::orv::getCoreLog(), (severity), message);                                                      \
-        }                                                                                                          \
+#define orvLogCore(severity, message)                                                                                  \
+    do                                                                                                                 \
+    {                                                                                                                  \
+        if (::orv::isCoreLogValid())                                                                                   \
+        {                                                                                                              \
+            orvLog(::orv::getCoreLog(), (severity), message);                                                          \
+        }                                                                                                              \
     } while (false)

@@ -13,18 +13,22 @@ const char* fileMark(LogSeverity::Value severity)
 {
     switch (severity)
     {
-    case LogSeverity::LOG_CRITICAL: return "CRITICAL : ";
-    case LogSeverity::LOG_ERROR: return "ERROR : ";
-    case LogSeverity::LOG_WARNING: return "WARNING : ";
-    case LogSeverity::LOG_INFO: return "INFO : ";
-    default: return "DEBUG : ";
+    case LogSeverity::LOG_CRITICAL:
+        return "CRITICAL : ";
+    case LogSeverity::LOG_ERROR:
+        return "ERROR : ";
+    case LogSeverity::LOG_WARNING:
+        return "WARNING : ";
+    case LogSeverity::LOG_INFO:
+        return "INFO : ";
+    default:
+        return "DEBUG : ";
     }
 }
 
 } // namespace
 
-FileLogOutputter::FileLogOutputter(const char* path, LogSeverity::Value severity, Log* log, bool overwrite,
-                                   bool flush)
+FileLogOutputter::FileLogOutputter(const char* path, LogSeverity::Value severity, Log* log, bool overwrite, bool flush)
     : AbstractLogOutputter(severity, log), _flush(flush)
 {
     setPath(path, overwrite);

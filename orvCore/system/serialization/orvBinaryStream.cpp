@@ -26,13 +26,14 @@ bool BinaryStream::TypedPointer::operator==(const TypedPointer& other) const
     return _pointer == other._pointer && _typeID == other._typeID;
 }
 
-BinaryStream::BinaryStream()
-    : _binaryStream(std::ios::in | std::ios::out | std::ios::binary | std::ios::trunc)
+BinaryStream::BinaryStream() : _binaryStream(std::ios::in | std::ios::out | std::ios::binary | std::ios::trunc)
 {
     clear();
 }
 
-BinaryStream::~BinaryStream() {}
+BinaryStream::~BinaryStream()
+{
+}
 
 void BinaryStream::read(char* data, unsigned int size)
 {
@@ -224,7 +225,8 @@ void BinaryStream::writeBytes(const void* data, size_t size)
 void BinaryStream::readBytes(void* data, size_t size)
 {
     // Straight from the buffer: a stream that ran past its end can still be rewound for the second pass.
-    const std::streamsize got = _binaryStream.rdbuf()->sgetn(static_cast<char*>(data), static_cast<std::streamsize>(size));
+    const std::streamsize got =
+        _binaryStream.rdbuf()->sgetn(static_cast<char*>(data), static_cast<std::streamsize>(size));
     if (got < static_cast<std::streamsize>(size))
     {
         _binaryStream.setstate(std::ios::eofbit);

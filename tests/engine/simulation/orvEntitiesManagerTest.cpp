@@ -217,10 +217,10 @@ TEST_F(EntitiesManagerTest, ContextsHearCreationInOrderAndDestructionInReverseOr
     journal.clear();
     simulation.initEntity(other);
     simulation.destroyEntity(other);
-    EXPECT_EQ((std::vector<std::string>{"per:initEntities(0,0)", "nav:initEntities(0,0)", "nav:finishEntities(0,0)",
-                                        "per:finishEntities(0,0)", "nav:destroyEntities(0,0)",
-                                        "per:destroyEntities(0,0)"}),
-              journal);
+    EXPECT_EQ(
+        (std::vector<std::string>{"per:initEntities(0,0)", "nav:initEntities(0,0)", "nav:finishEntities(0,0)",
+                                  "per:finishEntities(0,0)", "nav:destroyEntities(0,0)", "per:destroyEntities(0,0)"}),
+        journal);
     for (int i = 0; i < simulation.getContextCount(); ++i)
     {
         simulation.getContextByIndex(i)->setInitialized(false);

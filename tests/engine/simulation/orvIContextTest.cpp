@@ -105,8 +105,7 @@ protected:
 TEST_F(IContextTest, AutomaticSliceSizeGivesAboutAHundredSlices)
 {
     SlicedContext context(true, false);
-    std::vector<std::pair<int, int>> slices =
-        slicesOf(frame(context, 100, 0), &IContext::updateEntityComponentsBatch);
+    std::vector<std::pair<int, int>> slices = slicesOf(frame(context, 100, 0), &IContext::updateEntityComponentsBatch);
     ASSERT_EQ(50u, slices.size());
     EXPECT_EQ(std::make_pair(0, 1), slices.front());
     EXPECT_EQ(std::make_pair(98, 99), slices.back());

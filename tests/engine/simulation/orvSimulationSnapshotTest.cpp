@@ -37,9 +37,8 @@ std::vector<EntityRecord> recordEntities(const Simulation& simulation)
     for (const orv::Entity& entity : simulation.getEntitiesManager().getEntities())
     {
         records.push_back({entity.getPosition().x, entity.getPosition().y, entity.getPosition().z,
-                           entity.getBodyOrientation().y, entity.getBodyOrientation().w,
-                           entity.getMoveOrientation().y, entity.getMoveOrientation().w,
-                           entity.getHandle().getUint32(), entity.getIndexInEntityType(),
+                           entity.getBodyOrientation().y, entity.getBodyOrientation().w, entity.getMoveOrientation().y,
+                           entity.getMoveOrientation().w, entity.getHandle().getUint32(), entity.getIndexInEntityType(),
                            entity.getEntityType() != nullptr ? entity.getEntityType()->getEntityTypeId() : -1,
                            entity.getRNG().getSeed(), entity.getScale()});
     }
@@ -48,9 +47,9 @@ std::vector<EntityRecord> recordEntities(const Simulation& simulation)
 
 bool operator==(const EntityRecord& a, const EntityRecord& b)
 {
-    return a.x == b.x && a.y == b.y && a.z == b.z && a.bodyY == b.bodyY && a.bodyW == b.bodyW &&
-           a.moveY == b.moveY && a.moveW == b.moveW && a.handle == b.handle && a.slot == b.slot &&
-           a.typeId == b.typeId && a.seed == b.seed && a.scale == b.scale;
+    return a.x == b.x && a.y == b.y && a.z == b.z && a.bodyY == b.bodyY && a.bodyW == b.bodyW && a.moveY == b.moveY &&
+           a.moveW == b.moveW && a.handle == b.handle && a.slot == b.slot && a.typeId == b.typeId && a.seed == b.seed &&
+           a.scale == b.scale;
 }
 
 class SimulationSnapshotTest : public orvtest::CoreTest

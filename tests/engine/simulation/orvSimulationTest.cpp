@@ -238,9 +238,9 @@ TEST_F(SimulationTest, FinishRunsContextsInReverseOrderAndANewRunStartsAtFrameZe
     _journal.clear();
     ASSERT_TRUE(_processor.removeSimulation(simulation));
     EXPECT_FALSE(simulation->isInitialized());
-    EXPECT_EQ((std::vector<std::string>{"nav:finishEntities(0,0)", "nav:finish", "per:finishEntities(0,0)",
-                                        "per:finish"}),
-              _journal);
+    EXPECT_EQ(
+        (std::vector<std::string>{"nav:finishEntities(0,0)", "nav:finish", "per:finishEntities(0,0)", "per:finish"}),
+        _journal);
     // Adding it again initialises it anew.
     _processor.addSimulation(simulation);
     EXPECT_EQ(0u, simulation->getCurrentFrame());
@@ -255,8 +255,8 @@ TEST_F(SimulationTest, AddContextLateReplaysTypesAndEntitiesInArrayOrder)
     simulation.createEntity(1);
     simulation.createEntity(0);
     simulation.addContextLate(new orvtest::RecordingContext(_journal, "late"));
-    EXPECT_EQ((std::vector<std::string>{"late:allocate", "late:createType(0)", "late:createType(1)",
-                                        "late:create(0,1)", "late:create(1,0)"}),
+    EXPECT_EQ((std::vector<std::string>{"late:allocate", "late:createType(0)", "late:createType(1)", "late:create(0,1)",
+                                        "late:create(1,0)"}),
               _journal);
 }
 

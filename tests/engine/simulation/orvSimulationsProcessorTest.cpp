@@ -38,7 +38,9 @@ void onMalloc(const volatile void*, size_t)
     }
 }
 
-void onFree(const volatile void*) {}
+void onFree(const volatile void*)
+{
+}
 
 struct HookInstaller
 {
@@ -50,36 +52,36 @@ struct HookInstaller
 // Every malloc of the process, the library's included, goes through these while the test binary runs.
 extern "C"
 {
-void* __libc_malloc(size_t size);
-void* __libc_calloc(size_t count, size_t size);
-void* __libc_realloc(void* pointer, size_t size);
+    void* __libc_malloc(size_t size);
+    void* __libc_calloc(size_t count, size_t size);
+    void* __libc_realloc(void* pointer, size_t size);
 
-void* malloc(size_t size)
-{
-    if (g_countAllocations.load(std::memory_order_relaxed))
+    void* malloc(size_t size)
     {
-        g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        if (g_countAllocations.load(std::memory_order_relaxed))
+        {
+            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        }
+        return __libc_malloc(size);
     }
-    return __libc_malloc(size);
-}
 
-void* calloc(size_t count, size_t size)
-{
-    if (g_countAllocations.load(std::memory_order_relaxed))
+    void* calloc(size_t count, size_t size)
     {
-        g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        if (g_countAllocations.load(std::memory_order_relaxed))
+        {
+            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        }
+        return __libc_calloc(count, size);
     }
-    return __libc_calloc(count, size);
-}
 
-void* realloc(void* pointer, size_t size)
-{
-    if (g_countAllocations.load(std::memory_order_relaxed))
+    void* realloc(void* pointer, size_t size)
     {
-        g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        if (g_countAllocations.load(std::memory_order_relaxed))
+        {
+            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
+        }
+        return __libc_realloc(pointer, size);
     }
-    return __libc_realloc(pointer, size);
-}
 }
 #endif
 
@@ -328,8 +330,8 @@ TEST_F(SimulationsProcessorDeathTest, QueueEndingOnANonBlockingBatchIsFatal)
     orvtest::useThreadsafeDeathTests();
     EXPECT_DEATH(
         {
-            orv::enqueueBatch(_processor.touchSimulationsCollection().touchBatchQueue(), &recordSlice, nullptr,
-                              false, 0, 0, 0.0);
+            orv::enqueueBatch(_processor.touchSimulationsCollection().touchBatchQueue(), &recordSlice, nullptr, false,
+                              0, 0, 0.0);
             _processor.consumeEngineBatchQueue();
         },
         "batch queue should always finish with a blocking batch, thus forcing consuming all multithread queue");

@@ -251,8 +251,9 @@ TEST_F(AttributeDeathTest, APairTheClassDoesNotImplementIsFatal)
 {
     const AbstractAttributeT<int, Gauge> bare("count", Gauge::getClassRTTI());
     Gauge gauge;
-    EXPECT_DEATH(bare.getValue(gauge), "Not implemented in AbstractAttributeT derived class, for the attribute count of "
-                                       "type int from an object of type orvtest::Gauge");
+    EXPECT_DEATH(bare.getValue(gauge),
+                 "Not implemented in AbstractAttributeT derived class, for the attribute count of "
+                 "type int from an object of type orvtest::Gauge");
 }
 
 } // namespace

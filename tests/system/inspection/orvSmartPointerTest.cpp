@@ -73,12 +73,14 @@ TEST(SmartPointerTest, CopiesOnManyThreadsLeaveTheCountAsItWas)
     std::vector<std::thread> workers;
     for (int t = 0; t < 4; ++t)
     {
-        workers.emplace_back([&shared]() {
-            for (int i = 0; i < 20000; ++i)
+        workers.emplace_back(
+            [&shared]()
             {
-                SmartPointer<Tracked> copy(shared);
-            }
-        });
+                for (int i = 0; i < 20000; ++i)
+                {
+                    SmartPointer<Tracked> copy(shared);
+                }
+            });
     }
     for (std::thread& worker : workers)
     {
