@@ -12,6 +12,23 @@
 namespace orv
 {
 
+namespace
+{
+
+bool holdsContext(const Array<IContext*>& contexts, const IContext* context)
+{
+    for (size_t i = 0; i < contexts.size(); ++i)
+    {
+        if (contexts[i] == context)
+        {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
 ORV_IMPLEMENT_ABSTRACT_RTTI(Simulation, "6f581c73-6759-46df-b1bd-45bbf40b8e50", "orv::Simulation")
 
 void Simulation::addAttributes()
@@ -430,12 +447,7 @@ void Simulation::importFrom(BinaryStream& stream)
     for (size_t i = 0; i < previousContexts.size(); ++i)
     {
         IContext* context = previousContexts[i];
-        bool kept = false;
-        for (size_t j = 0; j < _contexts.size() && !kept; ++j)
-        {
-            kept = _contexts[j] == context;
-        }
-        if (!kept)
+        if (!holdsContext(_contexts, context))
         {
             context->deallocateComponentsArrays();
             context->setSimulation(nullptr);
@@ -447,12 +459,7 @@ void Simulation::importFrom(BinaryStream& stream)
     for (size_t j = 0; j < _contexts.size(); ++j)
     {
         IContext* context = _contexts[j];
-        bool known = false;
-        for (size_t i = 0; i < previousContexts.size() && !known; ++i)
-        {
-            known = previousContexts[i] == context;
-        }
-        if (!known && context != nullptr)
+        if (context != nullptr && !holdsContext(previousContexts, context))
         {
             context->setContextType();
             context->allocateComponentsArrays();
