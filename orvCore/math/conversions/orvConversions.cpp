@@ -9,7 +9,6 @@ namespace orv
 namespace
 {
 
-const float kMinimalNorm2 = 1.0e-37f;
 // Sine of the middle angle above which a conversion to Euler angles treats it as a pole: about 0.36 degree off.
 const float kEulerPoleSine = 0.99998f;
 
@@ -57,21 +56,12 @@ Quaternion axisRotation(Angle angle, Axis::Value axis)
 Quaternion keptAxisToQuaternion(int kept, const Vector3& keptVector, int other, const Vector3& hint)
 {
     const int third = 3 - kept - other;
-    Vector3 thirdVector;
-    Vector3 otherVector;
-    // (kept, other, third) in cyclic order means kept x other = third; otherwise other x kept = third.
-    if (other == (kept + 1) % 3)
-    {
-        thirdVector = crossProduct(keptVector, hint);
-        thirdVector.normalizeSelf();
-        otherVector = crossProduct(thirdVector, keptVector);
-    }
-    else
-    {
-        thirdVector = crossProduct(hint, keptVector);
-        thirdVector.normalizeSelf();
-        otherVector = crossProduct(keptVector, thirdVector);
-    }
+    // (kept, other, third) in cyclic order means kept x other = third; otherwise other x kept = third, and both
+    // products take their operands the other way round.
+    const bool cyclic = other == (kept + 1) % 3;
+    Vector3 thirdVector = cyclic ? crossProduct(keptVector, hint) : crossProduct(hint, keptVector);
+    thirdVector.normalizeSelf();
+    Vector3 otherVector = cyclic ? crossProduct(thirdVector, keptVector) : crossProduct(keptVector, thirdVector);
     otherVector.normalizeSelf();
     Vector3 columns[3];
     columns[kept] = keptVector;
@@ -356,10 +346,9 @@ void interpolate_noFactorRangeCheck(Quaternion& out, const Quaternion& a, const 
     // q and -q are one rotation: blending towards the nearer of the two takes the short way round.
     const Quaternion nearB = Quaternion::dotProduct(a, b) < 0.0f ? -b : b;
     const float aWeight = 1.0f - factor;
-    const Quaternion blend(a.x * aWeight + nearB.x * factor, a.y * aWeight + nearB.y * factor,
-                           a.z * aWeight + nearB.z * factor, a.w * aWeight + nearB.w * factor);
-    const float scale = 1.0f / std::sqrt(blend.norm2() + kMinimalNorm2);
-    out = blend * scale;
+    out = Quaternion(a.x * aWeight + nearB.x * factor, a.y * aWeight + nearB.y * factor,
+                     a.z * aWeight + nearB.z * factor, a.w * aWeight + nearB.w * factor);
+    out.normalizeSelf();
 }
 
 } // namespace orv

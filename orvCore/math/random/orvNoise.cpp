@@ -77,6 +77,106 @@ inline float corner(float falloff, float gradientDotOffset)
     return t2 * t2 * gradientDotOffset;
 }
 
+// The N + 1 corners of the simplex that holds a point in N dimensions, and the point's offset from the first. Every
+// sum runs over the axes in index order, from the first term. The loops, over at most four axes or corners, are
+// unrolled, so that each dimension runs as its written-out code would.
+template <int N>
+class SimplexCorners
+{
+public:
+    // Skews the point onto the grid to find corner 0 of its cell, and unskews back to the point's offset from it.
+    SimplexCorners(const float (&point)[N], float skew, float unskew) : _unskew(unskew)
+    {
+        float pointSum = point[0];
+#pragma GCC unroll 4
+        for (int d = 1; d < N; ++d)
+        {
+            pointSum += point[d];
+        }
+        const float s = pointSum * skew;
+        int cellSum = 0;
+#pragma GCC unroll 4
+        for (int d = 0; d < N; ++d)
+        {
+            _cell[d] = fastFloor(point[d] + s);
+            cellSum += _cell[d];
+        }
+        const float t = static_cast<float>(cellSum) * unskew;
+#pragma GCC unroll 4
+        for (int d = 0; d < N; ++d)
+        {
+            _offset[d] = point[d] - (static_cast<float>(_cell[d]) - t);
+            _steps[0][d] = 0;
+            _steps[N][d] = 1;
+        }
+    }
+
+    // The point's offset from corner 0 along the axis.
+    float getOffset(int axis) const
+    {
+        return _offset[axis];
+    }
+
+    // Which axes corner n, 1 to N - 1, steps along from corner 0: 1 or 0 for each. Corner N steps along all.
+    void setSteps(int n, const int (&steps)[N])
+    {
+#pragma GCC unroll 4
+        for (int d = 0; d < N; ++d)
+        {
+            _steps[n][d] = steps[d];
+        }
+    }
+
+    // The sum of the corners' contributions: each falls off from falloffBase by its squared offset and takes the
+    // gradient its hashed cell picks, masked into the table.
+    float sum(float falloffBase, const float (*gradients)[N], int gradientMask) const
+    {
+        // Summed from corner 0's contribution, and with corner 0's offset taken as it is, so that a -0 stays -0.
+        float total = contribution(0, _offset, falloffBase, gradients, gradientMask);
+#pragma GCC unroll 4
+        for (int n = 1; n <= N; ++n)
+        {
+            // From corner n: the offset less its steps, plus n times the unskew factor.
+            float cornerOffset[N];
+#pragma GCC unroll 4
+            for (int d = 0; d < N; ++d)
+            {
+                cornerOffset[d] = _offset[d] - static_cast<float>(_steps[n][d]) + static_cast<float>(n) * _unskew;
+            }
+            total += contribution(n, cornerOffset, falloffBase, gradients, gradientMask);
+        }
+        return total;
+    }
+
+private:
+    float contribution(int n, const float (&cornerOffset)[N], float falloffBase, const float (*gradients)[N],
+                       int gradientMask) const
+    {
+        // Chained from the last axis in: an index reaches at most 255 + 1 + 255, within the doubled table.
+        int hash = 0;
+#pragma GCC unroll 4
+        for (int d = N - 1; d >= 0; --d)
+        {
+            hash = perm[(_cell[d] & 0xff) + _steps[n][d] + hash];
+        }
+        const float* gradient = gradients[hash & gradientMask];
+        float falloff = falloffBase - cornerOffset[0] * cornerOffset[0];
+        float gradientDotOffset = gradient[0] * cornerOffset[0];
+#pragma GCC unroll 4
+        for (int d = 1; d < N; ++d)
+        {
+            falloff -= cornerOffset[d] * cornerOffset[d];
+            gradientDotOffset += gradient[d] * cornerOffset[d];
+        }
+        return corner(falloff, gradientDotOffset);
+    }
+
+    float _unskew;
+    int _cell[N];         // corner 0, on the skewed grid
+    float _offset[N];     // the point from corner 0, unskewed
+    int _steps[N + 1][N]; // per corner, 1 for each axis it steps along from corner 0
+};
+
 } // namespace
 
 // clang-format off
@@ -121,40 +221,19 @@ float sdnoise1(float x)
 
 float sdnoise2(float x, float y)
 {
-    const float s = (x + y) * kSkew2;
-    const int i = fastFloor(x + s);
-    const int j = fastFloor(y + s);
-    const float t = static_cast<float>(i + j) * kUnskew2;
-    const float x0 = x - (static_cast<float>(i) - t);
-    const float y0 = y - (static_cast<float>(j) - t);
+    SimplexCorners<2> corners({x, y}, kSkew2, kUnskew2);
     // The middle corner is one step along the axis of the larger offset.
-    const int i1 = x0 > y0 ? 1 : 0;
-    const int j1 = x0 > y0 ? 0 : 1;
-    const float x1 = x0 - static_cast<float>(i1) + kUnskew2;
-    const float y1 = y0 - static_cast<float>(j1) + kUnskew2;
-    const float x2 = x0 - 1.0f + 2.0f * kUnskew2;
-    const float y2 = y0 - 1.0f + 2.0f * kUnskew2;
-    const int ii = i & 0xff;
-    const int jj = j & 0xff;
-    const float* g0 = grad2lut[perm[ii + perm[jj]] & 7];
-    const float* g1 = grad2lut[perm[ii + i1 + perm[jj + j1]] & 7];
-    const float* g2 = grad2lut[perm[ii + 1 + perm[jj + 1]] & 7];
-    const float n0 = corner(0.5f - x0 * x0 - y0 * y0, g0[0] * x0 + g0[1] * y0);
-    const float n1 = corner(0.5f - x1 * x1 - y1 * y1, g1[0] * x1 + g1[1] * y1);
-    const float n2 = corner(0.5f - x2 * x2 - y2 * y2, g2[0] * x2 + g2[1] * y2);
-    return 40.0f * (n0 + n1 + n2);
+    const bool alongX = corners.getOffset(0) > corners.getOffset(1);
+    corners.setSteps(1, {alongX ? 1 : 0, alongX ? 0 : 1});
+    return 40.0f * corners.sum(0.5f, grad2lut, 7);
 }
 
 float sdnoise3(float x, float y, float z)
 {
-    const float s = (x + y + z) * kSkew3;
-    const int i = fastFloor(x + s);
-    const int j = fastFloor(y + s);
-    const int k = fastFloor(z + s);
-    const float t = static_cast<float>(i + j + k) * kUnskew3;
-    const float x0 = x - (static_cast<float>(i) - t);
-    const float y0 = y - (static_cast<float>(j) - t);
-    const float z0 = z - (static_cast<float>(k) - t);
+    SimplexCorners<3> corners({x, y, z}, kSkew3, kUnskew3);
+    const float x0 = corners.getOffset(0);
+    const float y0 = corners.getOffset(1);
+    const float z0 = corners.getOffset(2);
     // The second and third corners step along the axes in decreasing order of the offsets.
     int i1, j1, k1, i2, j2, k2;
     if (x0 >= y0)
@@ -187,94 +266,30 @@ float sdnoise3(float x, float y, float z)
             i1 = 0, j1 = 1, k1 = 0, i2 = 1, j2 = 1, k2 = 0;
         }
     }
-    const float x1 = x0 - static_cast<float>(i1) + kUnskew3;
-    const float y1 = y0 - static_cast<float>(j1) + kUnskew3;
-    const float z1 = z0 - static_cast<float>(k1) + kUnskew3;
-    const float x2 = x0 - static_cast<float>(i2) + 2.0f * kUnskew3;
-    const float y2 = y0 - static_cast<float>(j2) + 2.0f * kUnskew3;
-    const float z2 = z0 - static_cast<float>(k2) + 2.0f * kUnskew3;
-    const float x3 = x0 - 1.0f + 3.0f * kUnskew3;
-    const float y3 = y0 - 1.0f + 3.0f * kUnskew3;
-    const float z3 = z0 - 1.0f + 3.0f * kUnskew3;
-    const int ii = i & 0xff;
-    const int jj = j & 0xff;
-    const int kk = k & 0xff;
-    const float* g0 = grad3lut[perm[ii + perm[jj + perm[kk]]] & 15];
-    const float* g1 = grad3lut[perm[ii + i1 + perm[jj + j1 + perm[kk + k1]]] & 15];
-    const float* g2 = grad3lut[perm[ii + i2 + perm[jj + j2 + perm[kk + k2]]] & 15];
-    const float* g3 = grad3lut[perm[ii + 1 + perm[jj + 1 + perm[kk + 1]]] & 15];
-    const float n0 = corner(0.6f - x0 * x0 - y0 * y0 - z0 * z0, g0[0] * x0 + g0[1] * y0 + g0[2] * z0);
-    const float n1 = corner(0.6f - x1 * x1 - y1 * y1 - z1 * z1, g1[0] * x1 + g1[1] * y1 + g1[2] * z1);
-    const float n2 = corner(0.6f - x2 * x2 - y2 * y2 - z2 * z2, g2[0] * x2 + g2[1] * y2 + g2[2] * z2);
-    const float n3 = corner(0.6f - x3 * x3 - y3 * y3 - z3 * z3, g3[0] * x3 + g3[1] * y3 + g3[2] * z3);
-    return 28.0f * (n0 + n1 + n2 + n3);
+    corners.setSteps(1, {i1, j1, k1});
+    corners.setSteps(2, {i2, j2, k2});
+    return 28.0f * corners.sum(0.6f, grad3lut, 15);
 }
 
 float sdnoise4(float x, float y, float z, float w)
 {
-    const float s = (x + y + z + w) * kSkew4;
-    const int i = fastFloor(x + s);
-    const int j = fastFloor(y + s);
-    const int k = fastFloor(z + s);
-    const int l = fastFloor(w + s);
-    const float t = static_cast<float>(i + j + k + l) * kUnskew4;
-    const float x0 = x - (static_cast<float>(i) - t);
-    const float y0 = y - (static_cast<float>(j) - t);
-    const float z0 = z - (static_cast<float>(k) - t);
-    const float w0 = w - (static_cast<float>(l) - t);
+    SimplexCorners<4> corners({x, y, z, w}, kSkew4, kUnskew4);
+    const float x0 = corners.getOffset(0);
+    const float y0 = corners.getOffset(1);
+    const float z0 = corners.getOffset(2);
+    const float w0 = corners.getOffset(3);
     // The six pairwise comparisons pick the simplex; its row ranks the axes, and corner n steps along every axis
     // of rank at least 4 - n.
     const int c = (x0 > y0 ? 32 : 0) | (x0 > z0 ? 16 : 0) | (y0 > z0 ? 8 : 0) | (x0 > w0 ? 4 : 0) | (y0 > w0 ? 2 : 0) |
                   (z0 > w0 ? 1 : 0);
     const uint8_t* rank = simplex[c];
-    const int i1 = rank[0] >= 3 ? 1 : 0;
-    const int j1 = rank[1] >= 3 ? 1 : 0;
-    const int k1 = rank[2] >= 3 ? 1 : 0;
-    const int l1 = rank[3] >= 3 ? 1 : 0;
-    const int i2 = rank[0] >= 2 ? 1 : 0;
-    const int j2 = rank[1] >= 2 ? 1 : 0;
-    const int k2 = rank[2] >= 2 ? 1 : 0;
-    const int l2 = rank[3] >= 2 ? 1 : 0;
-    const int i3 = rank[0] >= 1 ? 1 : 0;
-    const int j3 = rank[1] >= 1 ? 1 : 0;
-    const int k3 = rank[2] >= 1 ? 1 : 0;
-    const int l3 = rank[3] >= 1 ? 1 : 0;
-    const float x1 = x0 - static_cast<float>(i1) + kUnskew4;
-    const float y1 = y0 - static_cast<float>(j1) + kUnskew4;
-    const float z1 = z0 - static_cast<float>(k1) + kUnskew4;
-    const float w1 = w0 - static_cast<float>(l1) + kUnskew4;
-    const float x2 = x0 - static_cast<float>(i2) + 2.0f * kUnskew4;
-    const float y2 = y0 - static_cast<float>(j2) + 2.0f * kUnskew4;
-    const float z2 = z0 - static_cast<float>(k2) + 2.0f * kUnskew4;
-    const float w2 = w0 - static_cast<float>(l2) + 2.0f * kUnskew4;
-    const float x3 = x0 - static_cast<float>(i3) + 3.0f * kUnskew4;
-    const float y3 = y0 - static_cast<float>(j3) + 3.0f * kUnskew4;
-    const float z3 = z0 - static_cast<float>(k3) + 3.0f * kUnskew4;
-    const float w3 = w0 - static_cast<float>(l3) + 3.0f * kUnskew4;
-    const float x4 = x0 - 1.0f + 4.0f * kUnskew4;
-    const float y4 = y0 - 1.0f + 4.0f * kUnskew4;
-    const float z4 = z0 - 1.0f + 4.0f * kUnskew4;
-    const float w4 = w0 - 1.0f + 4.0f * kUnskew4;
-    const int ii = i & 0xff;
-    const int jj = j & 0xff;
-    const int kk = k & 0xff;
-    const int ll = l & 0xff;
-    const float* g0 = grad4lut[perm[ii + perm[jj + perm[kk + perm[ll]]]] & 31];
-    const float* g1 = grad4lut[perm[ii + i1 + perm[jj + j1 + perm[kk + k1 + perm[ll + l1]]]] & 31];
-    const float* g2 = grad4lut[perm[ii + i2 + perm[jj + j2 + perm[kk + k2 + perm[ll + l2]]]] & 31];
-    const float* g3 = grad4lut[perm[ii + i3 + perm[jj + j3 + perm[kk + k3 + perm[ll + l3]]]] & 31];
-    const float* g4 = grad4lut[perm[ii + 1 + perm[jj + 1 + perm[kk + 1 + perm[ll + 1]]]] & 31];
-    const float n0 =
-        corner(0.6f - x0 * x0 - y0 * y0 - z0 * z0 - w0 * w0, g0[0] * x0 + g0[1] * y0 + g0[2] * z0 + g0[3] * w0);
-    const float n1 =
-        corner(0.6f - x1 * x1 - y1 * y1 - z1 * z1 - w1 * w1, g1[0] * x1 + g1[1] * y1 + g1[2] * z1 + g1[3] * w1);
-    const float n2 =
-        corner(0.6f - x2 * x2 - y2 * y2 - z2 * z2 - w2 * w2, g2[0] * x2 + g2[1] * y2 + g2[2] * z2 + g2[3] * w2);
-    const float n3 =
-        corner(0.6f - x3 * x3 - y3 * y3 - z3 * z3 - w3 * w3, g3[0] * x3 + g3[1] * y3 + g3[2] * z3 + g3[3] * w3);
-    const float n4 =
-        corner(0.6f - x4 * x4 - y4 * y4 - z4 * z4 - w4 * w4, g4[0] * x4 + g4[1] * y4 + g4[2] * z4 + g4[3] * w4);
-    return 27.0f * (n0 + n1 + n2 + n3 + n4);
+#pragma GCC unroll 4
+    for (int n = 1; n < 4; ++n)
+    {
+        corners.setSteps(n, {rank[0] >= 4 - n ? 1 : 0, rank[1] >= 4 - n ? 1 : 0, rank[2] >= 4 - n ? 1 : 0,
+                             rank[3] >= 4 - n ? 1 : 0});
+    }
+    return 27.0f * corners.sum(0.6f, grad4lut, 31);
 }
 
 } // namespace orv

@@ -30,6 +30,20 @@ struct Minors
     float c0, c1, c2, c3, c4, c5;
 };
 
+// The view transform of a camera at eye whose Z axis points along zDirection, Y near upHint. The two handed forms
+// differ only in which way Z points.
+Matrix4 viewTransform(const Vector3& eye, const Vector3& zDirection, const Vector3& upHint)
+{
+    Vector3 zAxis = zDirection;
+    zAxis.normalizeSelf();
+    Vector3 xAxis = crossProduct(upHint, zAxis);
+    xAxis.normalizeSelf();
+    const Vector3 yAxis = crossProduct(zAxis, xAxis);
+    return Matrix4(Vector4(xAxis.x, yAxis.x, zAxis.x, 0.0f), Vector4(xAxis.y, yAxis.y, zAxis.y, 0.0f),
+                   Vector4(xAxis.z, yAxis.z, zAxis.z, 0.0f),
+                   Vector4(-dotProduct(xAxis, eye), -dotProduct(yAxis, eye), -dotProduct(zAxis, eye), 1.0f));
+}
+
 } // namespace
 
 const Matrix4 Matrix4::identity;
@@ -154,26 +168,14 @@ void Matrix4::lookAt(const Vector3& eye, const Vector3& target, const Vector3& u
 
 void Matrix4::lookAtLH(const Vector3& eye, const Vector3& target, const Vector3& upHint)
 {
-    Vector3 zAxis = target - eye;
-    zAxis.normalizeSelf();
-    Vector3 xAxis = crossProduct(upHint, zAxis);
-    xAxis.normalizeSelf();
-    const Vector3 yAxis = crossProduct(zAxis, xAxis);
-    *this = Matrix4(Vector4(xAxis.x, yAxis.x, zAxis.x, 0.0f), Vector4(xAxis.y, yAxis.y, zAxis.y, 0.0f),
-                    Vector4(xAxis.z, yAxis.z, zAxis.z, 0.0f),
-                    Vector4(-dotProduct(xAxis, eye), -dotProduct(yAxis, eye), -dotProduct(zAxis, eye), 1.0f));
+    // Z points from the camera to the target.
+    *this = viewTransform(eye, target - eye, upHint);
 }
 
 void Matrix4::lookAtRH(const Vector3& eye, const Vector3& target, const Vector3& upHint)
 {
-    Vector3 zAxis = eye - target;
-    zAxis.normalizeSelf();
-    Vector3 xAxis = crossProduct(upHint, zAxis);
-    xAxis.normalizeSelf();
-    const Vector3 yAxis = crossProduct(zAxis, xAxis);
-    *this = Matrix4(Vector4(xAxis.x, yAxis.x, zAxis.x, 0.0f), Vector4(xAxis.y, yAxis.y, zAxis.y, 0.0f),
-                    Vector4(xAxis.z, yAxis.z, zAxis.z, 0.0f),
-                    Vector4(-dotProduct(xAxis, eye), -dotProduct(yAxis, eye), -dotProduct(zAxis, eye), 1.0f));
+    // Z points from the target back to the camera.
+    *this = viewTransform(eye, eye - target, upHint);
 }
 
 void Matrix4::rotationAxis(const Vector3& axis, Angle angle)

@@ -2,7 +2,8 @@
 #include "math/types/orvQuaternion.h"
 
 #include <cmath>
-#include <cstdio>
+
+#include "math/types/orvVectorComponents.h"
 
 namespace orv
 {
@@ -10,7 +11,8 @@ namespace orv
 namespace
 {
 
-const float kMinimalNorm2 = 1.0e-37f;
+using Components = VectorComponents<4>;
+
 // Below this cosine the spherical weights are well conditioned; above it sin(t) is too small to divide by.
 const float kSlerpCosineLimit = 0.9999f;
 
@@ -48,11 +50,7 @@ void Quaternion::setPivotZ(Angle angle)
 
 void Quaternion::normalizeSelf()
 {
-    const float scale = 1.0f / std::sqrt(norm2() + kMinimalNorm2);
-    x *= scale;
-    y *= scale;
-    z *= scale;
-    w *= scale;
+    Components::normalize(&x, norm2());
 }
 
 Vector3 Quaternion::operator*(const Vector3& v) const
@@ -184,12 +182,7 @@ Vector3 rotateVecByQuat(const Vector3& v, const Quaternion& q)
 
 const char* toString(const Quaternion& q, char* buffer, size_t bufferSize)
 {
-    if (bufferSize > 0)
-    {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(q.x), static_cast<double>(q.y),
-                 static_cast<double>(q.z), static_cast<double>(q.w));
-    }
-    return buffer;
+    return Components::write(&q.x, buffer, bufferSize);
 }
 
 } // namespace orv

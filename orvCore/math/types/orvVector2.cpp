@@ -2,7 +2,8 @@
 #include "math/types/orvVector2.h"
 
 #include <cmath>
-#include <cstdio>
+
+#include "math/types/orvVectorComponents.h"
 
 namespace orv
 {
@@ -10,16 +11,7 @@ namespace orv
 namespace
 {
 
-const float kMinimalNorm2 = 1.0e-37f;
-
-int compareWithTolerance(float a, float b, float tolerance)
-{
-    if (std::fabs(a - b) <= tolerance)
-    {
-        return 0;
-    }
-    return a < b ? -1 : 1;
-}
+using Components = VectorComponents<2>;
 
 } // namespace
 
@@ -36,10 +28,7 @@ float Vector2::norm() const
 
 void Vector2::normalizeSelf()
 {
-    // The tiny bias keeps a null vector null without a branch.
-    const float scale = 1.0f / std::sqrt(norm2() + kMinimalNorm2);
-    x *= scale;
-    y *= scale;
+    Components::normalize(&x, norm2());
 }
 
 Vector2 Vector2::computeNormalize() const
@@ -78,36 +67,31 @@ Angle Vector2::getAngle() const
 
 Vector2& Vector2::operator+=(const Vector2& other)
 {
-    x += other.x;
-    y += other.y;
+    Components::add(&x, &other.x);
     return *this;
 }
 
 Vector2& Vector2::operator-=(const Vector2& other)
 {
-    x -= other.x;
-    y -= other.y;
+    Components::subtract(&x, &other.x);
     return *this;
 }
 
 Vector2& Vector2::operator*=(float scale)
 {
-    x *= scale;
-    y *= scale;
+    Components::scale(&x, scale);
     return *this;
 }
 
 Vector2& Vector2::operator/=(float divisor)
 {
-    x /= divisor;
-    y /= divisor;
+    Components::divide(&x, divisor);
     return *this;
 }
 
 int lexicoGraphicCompare(const Vector2& a, const Vector2& b, float tolerance)
 {
-    const int byX = compareWithTolerance(a.x, b.x, tolerance);
-    return byX != 0 ? byX : compareWithTolerance(a.y, b.y, tolerance);
+    return Components::compare(&a.x, &b.x, tolerance);
 }
 
 bool areCollinear(const Vector2& a, const Vector2& b, float tolerance)
@@ -142,11 +126,7 @@ bool computeBarycentricsCoordinates(const Vector2& p, const Vector2& a, const Ve
 
 const char* toString(const Vector2& v, char* buffer, size_t bufferSize)
 {
-    if (bufferSize > 0)
-    {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g)", static_cast<double>(v.x), static_cast<double>(v.y));
-    }
-    return buffer;
+    return Components::write(&v.x, buffer, bufferSize);
 }
 
 } // namespace orv

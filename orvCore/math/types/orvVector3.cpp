@@ -2,7 +2,8 @@
 #include "math/types/orvVector3.h"
 
 #include <cmath>
-#include <cstdio>
+
+#include "math/types/orvVectorComponents.h"
 
 #ifdef __SSE__
 #include <xmmintrin.h>
@@ -14,14 +15,7 @@ namespace orv
 namespace
 {
 
-int compareWithTolerance(float a, float b, float tolerance)
-{
-    if (std::fabs(a - b) <= tolerance)
-    {
-        return 0;
-    }
-    return a < b ? -1 : 1;
-}
+using Components = VectorComponents<3>;
 
 } // namespace
 
@@ -83,9 +77,8 @@ Vector2 Vector3::project(Axis::Value axis) const
 
 Vector3 Vector3::computeRotateZ(Angle angle) const
 {
-    const float c = std::cos(angle);
-    const float s = std::sin(angle);
-    return Vector3(x * c - y * s, x * s + y * c, z);
+    const Vector2 turned = projectZ().rotate(angle);
+    return Vector3(turned.x, turned.y, z);
 }
 
 void Vector3::rotateZSelf(Angle angle)
@@ -95,61 +88,36 @@ void Vector3::rotateZSelf(Angle angle)
 
 Vector3& Vector3::operator+=(const Vector3& other)
 {
-    x += other.x;
-    y += other.y;
-    z += other.z;
+    Components::add(&x, &other.x);
     return *this;
 }
 
 Vector3& Vector3::operator-=(const Vector3& other)
 {
-    x -= other.x;
-    y -= other.y;
-    z -= other.z;
+    Components::subtract(&x, &other.x);
     return *this;
 }
 
 Vector3& Vector3::operator*=(float scale)
 {
-    x *= scale;
-    y *= scale;
-    z *= scale;
+    Components::scale(&x, scale);
     return *this;
 }
 
 Vector3& Vector3::operator/=(float divisor)
 {
-    x /= divisor;
-    y /= divisor;
-    z /= divisor;
+    Components::divide(&x, divisor);
     return *this;
 }
 
 bool Vector3::operator<(const Vector3& other) const
 {
-    if (x != other.x)
-    {
-        return x < other.x;
-    }
-    if (y != other.y)
-    {
-        return y < other.y;
-    }
-    return z < other.z;
+    return Components::less(&x, &other.x);
 }
 
 int lexicoGraphicCompare(const Vector3& a, const Vector3& b, float tolerance)
 {
-    int result = compareWithTolerance(a.x, b.x, tolerance);
-    if (result == 0)
-    {
-        result = compareWithTolerance(a.y, b.y, tolerance);
-    }
-    if (result == 0)
-    {
-        result = compareWithTolerance(a.z, b.z, tolerance);
-    }
-    return result;
+    return Components::compare(&a.x, &b.x, tolerance);
 }
 
 bool areCollinear(const Vector3& a, const Vector3& b, float tolerance)
@@ -212,12 +180,7 @@ bool computeBarycentricsCoordinates(const Vector3& p, const Vector3& a, const Ve
 
 const char* toString(const Vector3& v, char* buffer, size_t bufferSize)
 {
-    if (bufferSize > 0)
-    {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g)", static_cast<double>(v.x), static_cast<double>(v.y),
-                 static_cast<double>(v.z));
-    }
-    return buffer;
+    return Components::write(&v.x, buffer, bufferSize);
 }
 
 } // namespace orv

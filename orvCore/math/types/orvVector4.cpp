@@ -2,9 +2,9 @@
 #include "math/types/orvVector4.h"
 
 #include <cmath>
-#include <cstdio>
 
 #include "math/types/orvVector3.h"
+#include "math/types/orvVectorComponents.h"
 
 namespace orv
 {
@@ -12,16 +12,7 @@ namespace orv
 namespace
 {
 
-const float kMinimalNorm2 = 1.0e-37f;
-
-int compareWithTolerance(float a, float b, float tolerance)
-{
-    if (std::fabs(a - b) <= tolerance)
-    {
-        return 0;
-    }
-    return a < b ? -1 : 1;
-}
+using Components = VectorComponents<4>;
 
 } // namespace
 
@@ -47,12 +38,7 @@ float Vector4::norm() const
 
 void Vector4::normalizeSelf()
 {
-    // The tiny bias keeps a null vector null without a branch.
-    const float scale = 1.0f / std::sqrt(norm2() + kMinimalNorm2);
-    x *= scale;
-    y *= scale;
-    z *= scale;
-    w *= scale;
+    Components::normalize(&x, norm2());
 }
 
 Vector4 Vector4::computeNormalize() const
@@ -69,73 +55,41 @@ bool Vector4::isNormalized(float tolerance) const
 
 Vector4& Vector4::operator+=(const Vector4& other)
 {
-    x += other.x;
-    y += other.y;
-    z += other.z;
-    w += other.w;
+    Components::add(&x, &other.x);
     return *this;
 }
 
 Vector4& Vector4::operator-=(const Vector4& other)
 {
-    x -= other.x;
-    y -= other.y;
-    z -= other.z;
-    w -= other.w;
+    Components::subtract(&x, &other.x);
     return *this;
 }
 
 Vector4& Vector4::operator*=(float scale)
 {
-    x *= scale;
-    y *= scale;
-    z *= scale;
-    w *= scale;
+    Components::scale(&x, scale);
     return *this;
 }
 
 Vector4& Vector4::operator/=(float divisor)
 {
-    x /= divisor;
-    y /= divisor;
-    z /= divisor;
-    w /= divisor;
+    Components::divide(&x, divisor);
     return *this;
 }
 
 bool Vector4::operator<(const Vector4& other) const
 {
-    for (int i = 0; i < 4; ++i)
-    {
-        if ((*this)[i] != other[i])
-        {
-            return (*this)[i] < other[i];
-        }
-    }
-    return false;
+    return Components::less(&x, &other.x);
 }
 
 int lexicoGraphicCompare(const Vector4& a, const Vector4& b, float tolerance)
 {
-    for (int i = 0; i < 4; ++i)
-    {
-        const int result = compareWithTolerance(a[i], b[i], tolerance);
-        if (result != 0)
-        {
-            return result;
-        }
-    }
-    return 0;
+    return Components::compare(&a.x, &b.x, tolerance);
 }
 
 const char* toString(const Vector4& v, char* buffer, size_t bufferSize)
 {
-    if (bufferSize > 0)
-    {
-        snprintf(buffer, bufferSize, "(%.9g, %.9g, %.9g, %.9g)", static_cast<double>(v.x), static_cast<double>(v.y),
-                 static_cast<double>(v.z), static_cast<double>(v.w));
-    }
-    return buffer;
+    return Components::write(&v.x, buffer, bufferSize);
 }
 
 } // namespace orv
