@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "system/containers/orvArrayBase.h"
 #include "system/debug/orvAssert.h"
 #include "system/memory/orvMemoryAllocator.h"
 
@@ -15,13 +16,11 @@ namespace orv
 /// A dynamic array that constructs, copies and destroys its elements one by one.
 /// Storage comes from malloc; the allocator arguments are accepted for symmetry and dropped. One thread per instance.
 template <typename T>
-class Array
+class Array : public ArrayBase<T, Array<T>>
 {
-public:
-    typedef T value_type;
-    typedef T* iterator;
-    typedef const T* const_iterator;
+    typedef ArrayBase<T, Array<T>> Base;
 
+public:
     /// An empty array: no block, capacity 0.
     Array() = default;
     /// The same; the allocator arguments are accepted and dropped.
@@ -38,22 +37,13 @@ public:
         assign(count, value);
     }
     /// A deep copy, with a block of exactly the other's size.
-    Array(const Array& other)
+    Array(const Array& other) : Base()
     {
         set_capacity(other._size);
-        for (size_t i = 0; i < other._size; ++i)
-        {
-            new (&_data[i]) T(other._data[i]);
-        }
-        _size = other._size;
+        constructCopies(other);
     }
     /// Takes the other's block; the other is left empty.
-    Array(Array&& other) noexcept : _size(other._size), _capacity(other._capacity), _data(other._data)
-    {
-        other._size = 0;
-        other._capacity = 0;
-        other._data = nullptr;
-    }
+    Array(Array&& other) noexcept { this->takeBlock(other); }
     ~Array() { set_capacity(0); }
 
     /// Deep copy; keeps this block when it is large enough.
@@ -62,12 +52,8 @@ public:
         if (this != &other)
         {
             clear();
-            reserve(other._size);
-            for (size_t i = 0; i < other._size; ++i)
-            {
-                new (&_data[i]) T(other._data[i]);
-            }
-            _size = other._size;
+            this->reserve(other._size);
+            constructCopies(other);
         }
         return *this;
     }
@@ -77,97 +63,19 @@ public:
         if (this != &other)
         {
             set_capacity(0);
-            _size = other._size;
-            _capacity = other._capacity;
-            _data = other._data;
-            other._size = 0;
-            other._capacity = 0;
-            other._data = nullptr;
+            this->takeBlock(other);
         }
         return *this;
     }
 
-    /// The allocator for the contents of container classes: the one in force.
-    static MemoryAllocator* getClassAllocator() { return getDefaultAllocator(); }
-    /// The statistics category for the contents of container classes.
-    static MemAllocStatId getClassMemoryStatId() { return 0; }
-
-    /// The element at index; fatal when out of range.
-    T& at(size_t index)
-    {
-        orvAssert(index < _size);
-        return _data[index];
-    }
-    /// The element at index; fatal when out of range.
-    const T& at(size_t index) const
-    {
-        orvAssert(index < _size);
-        return _data[index];
-    }
-    /// The element at index, unchecked.
-    T& operator[](size_t index) { return _data[index]; }
-    /// The element at index, unchecked.
-    const T& operator[](size_t index) const { return _data[index]; }
-
-    /// Number of elements.
-    size_t size() const { return _size; }
-    /// True when there is at least one element.
-    bool any() const { return _size != 0; }
-    /// True when there is no element.
-    bool empty() const { return _size == 0; }
-    /// Elements that fit before the block must grow.
-    size_t capacity() const { return _capacity; }
-    /// The block, or null when nothing was ever stored.
-    T* data() { return _data; }
-    /// The block, or null when nothing was ever stored.
-    const T* data() const { return _data; }
-
-    /// First element.
-    T* begin() { return _data; }
-    /// First element.
-    const T* begin() const { return _data; }
-    /// One past the last element.
-    T* end() { return _data + _size; }
-    /// One past the last element.
-    const T* end() const { return _data + _size; }
-    /// First element; the array must not be empty.
-    T& front() { return _data[0]; }
-    /// First element; the array must not be empty.
-    const T& front() const { return _data[0]; }
-    /// Last element; the array must not be empty.
-    T& back() { return _data[_size - 1]; }
-    /// Last element; the array must not be empty.
-    const T& back() const { return _data[_size - 1]; }
-
     /// Sets the size: new elements are default-constructed in place, surplus ones destroyed. Shrinking keeps the block.
-    void resize(size_t count)
-    {
-        if (count > _capacity)
-        {
-            grow(count);
-        }
-        for (size_t i = _size; i < count; ++i)
-        {
-            new (&_data[i]) T();
-        }
-        destroy(count, _size);
-        _size = count;
-    }
+    void resize(size_t count) { resizeWith(count); }
     /// Sets the size: new elements are copies of value, surplus ones destroyed. Shrinking keeps the block.
     void resize(size_t count, const T& value)
     {
         // The value may live in the block that grow() releases or among the surplus destroyed here.
         const T copy(value);
-        if (count > _capacity)
-        {
-            grow(count);
-        }
-        for (size_t i = _size; i < count; ++i)
-        {
-            new (&_data[i]) T(copy);
-        }
-        destroy(count, _size);
-        _size = count;
+        resizeWith(count, copy);
     }
     /// Destroys every element and keeps the block.
     void clear()
@@ -183,39 +91,8 @@ public:
         {
             return;
         }
-        T* block = nullptr;
-        const size_t kept = _size < count ? _size : count;
-        if (count != 0)
-        {
-            block = static_cast<T*>(malloc(count * sizeof(T)));
-            orvAssertMsg(block != nullptr, "out of memory for %zu elements", count);
-            for (size_t i = 0; i < kept; ++i)
-            {
-                new (&block[i]) T(std::move(_data[i]));
-            }
-        }
-        destroy(0, _size);
-        free(_data);
-        _data = block;
-        _capacity = count;
-        _size = kept;
+        moveToBlock(count != 0 ? allocate(count) : nullptr, count, _size < count ? _size : count);
     }
-    /// Makes room for count elements without changing the size; the block only grows.
-    void reserve(size_t count)
-    {
-        if (count > _capacity)
-        {
-            set_capacity(count);
-        }
-    }
-    /// Grows to the greater of count and twice the capacity plus 8; grow(0) is the push path.
-    void grow(size_t count = 0)
-    {
-        const size_t doubled = _capacity * 2 + 8;
-        set_capacity(count > doubled ? count : doubled);
-    }
-    /// Shrinks the block to the size; an empty array frees it.
-    void trim() { set_capacity(_size); }
 
     /// Appends a copy of value.
     void push_back(const T& value) { emplace_back(value); }
@@ -228,18 +105,10 @@ public:
         if (_size + 1 > _capacity)
         {
             // Build the new element before the old block goes: the arguments may refer into it.
-            const size_t count = _capacity * 2 + 8;
-            T* block = static_cast<T*>(malloc(count * sizeof(T)));
-            orvAssertMsg(block != nullptr, "out of memory for %zu elements", count);
+            const size_t count = this->getGrownCapacity(_size + 1);
+            T* block = allocate(count);
             new (&block[_size]) T(std::forward<Args>(args)...);
-            for (size_t i = 0; i < _size; ++i)
-            {
-                new (&block[i]) T(std::move(_data[i]));
-            }
-            destroy(0, _size);
-            free(_data);
-            _data = block;
-            _capacity = count;
+            moveToBlock(block, count, _size);
         }
         else
         {
@@ -281,7 +150,7 @@ public:
         const T copy(value);
         if (_size + count > _capacity)
         {
-            grow(_size + count);
+            this->grow(_size + count);
         }
         // Slots at or past the old size hold no object yet: construct there, assign below.
         const size_t oldSize = _size;
@@ -317,7 +186,7 @@ public:
     {
         const T copy(value);
         clear();
-        reserve(count);
+        this->reserve(count);
         for (size_t i = 0; i < count; ++i)
         {
             new (&_data[i]) T(copy);
@@ -325,26 +194,51 @@ public:
         _size = count;
     }
 
-    /// Same size and equal elements, by the elements' operator==.
-    bool operator==(const Array& other) const
-    {
-        if (_size != other._size)
-        {
-            return false;
-        }
-        for (size_t i = 0; i < _size; ++i)
-        {
-            if (!(_data[i] == other._data[i]))
-            {
-                return false;
-            }
-        }
-        return true;
-    }
-    /// Not operator==.
-    bool operator!=(const Array& other) const { return !(*this == other); }
-
 private:
+    static T* allocate(size_t count)
+    {
+        T* block = static_cast<T*>(malloc(count * sizeof(T)));
+        orvAssertMsg(block != nullptr, "out of memory for %zu elements", count);
+        return block;
+    }
+    // Moves the first kept elements into block, which holds capacity elements, destroys the rest and frees the old
+    // block.
+    void moveToBlock(T* block, size_t capacity, size_t kept)
+    {
+        for (size_t i = 0; i < kept; ++i)
+        {
+            new (&block[i]) T(std::move(_data[i]));
+        }
+        destroy(0, _size);
+        free(_data);
+        _data = block;
+        _capacity = capacity;
+        _size = kept;
+    }
+    // Builds the elements from the size up to count from args (none: value-initialised), destroys those past it.
+    template <typename... Args>
+    void resizeWith(size_t count, const Args&... args)
+    {
+        if (count > _capacity)
+        {
+            this->grow(count);
+        }
+        for (size_t i = _size; i < count; ++i)
+        {
+            new (&_data[i]) T(args...);
+        }
+        destroy(count, _size);
+        _size = count;
+    }
+    // Copies other's elements into this block, which is empty and large enough.
+    void constructCopies(const Array& other)
+    {
+        for (size_t i = 0; i < other._size; ++i)
+        {
+            new (&_data[i]) T(other._data[i]);
+        }
+        _size = other._size;
+    }
     void destroy(size_t begin, size_t end)
     {
         for (size_t i = begin; i < end; ++i)
@@ -354,13 +248,10 @@ private:
     }
 
 public:
-    // Public on purpose: names and order are the fixed layout that other classes read.
-    /// Number of constructed elements.
-    size_t _size = 0;
-    /// Number of elements the block holds.
-    size_t _capacity = 0;
-    /// The malloc block, or null; owned.
-    T* _data = nullptr;
+    // The fields live in ArrayBase, in this order: _size, _capacity, _data.
+    using Base::_capacity;
+    using Base::_data;
+    using Base::_size;
 };
 
 } // namespace orv

@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-#include "system/debug/orvAssert.h"
+#include "system/containers/orvRingBufferSize.h"
 
 namespace orv
 {
@@ -39,21 +39,14 @@ public:
     /// 32 bits. Fatal below 2.
     static size_t getBufferSizeToAllocate(size_t elementCountMax)
     {
-        orvAssert(elementCountMax >= 2);
-        // Sequence distances are read as signed 32-bit values, which holds for a power of two of 2^31 or less.
-        if ((elementCountMax & (elementCountMax - 1)) != 0 || elementCountMax > (static_cast<size_t>(1) << 31))
-        {
-            return 0;
-        }
-        return elementCountMax * sizeof(Slot);
+        return RingBufferSize<sizeof(Slot)>::getBufferSizeToAllocate(elementCountMax);
     }
 
     /// Starts the ring empty on buffer, each slot's sequence at its index. Does not take ownership.
     /// Before any producer or consumer runs.
     void initialize(void* buffer, size_t bufferSize, size_t elementCountMax)
     {
-        orvAssert(buffer != NULL);
-        orvAssert(bufferSize > 0 && bufferSize == getBufferSizeToAllocate(elementCountMax));
+        RingBufferSize<sizeof(Slot)>::checkBuffer(buffer, bufferSize, elementCountMax);
         _buffer = static_cast<Slot*>(buffer);
         _bufferMask = static_cast<uint32_t>(elementCountMax - 1);
         for (uint32_t i = 0; i <= _bufferMask; ++i)

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <new>
 
+#include "system/containers/orvArrayBase.h"
 #include "system/debug/orvAssert.h"
 #include "system/memory/orvMemoryAllocator.h"
 
@@ -15,13 +16,11 @@ namespace orv
 /// A dynamic array of plain records, moved with memcpy and memmove and never constructed or destroyed one by one.
 /// Storage comes from malloc; the allocator arguments are accepted for symmetry and dropped. One thread per instance.
 template <typename T>
-class PODArray
+class PODArray : public ArrayBase<T, PODArray<T>>
 {
-public:
-    typedef T value_type;
-    typedef T* iterator;
-    typedef const T* const_iterator;
+    typedef ArrayBase<T, PODArray<T>> Base;
 
+public:
     /// An empty array: no block, capacity 0.
     PODArray() = default;
     /// The same; the allocator arguments are accepted and dropped.
@@ -52,14 +51,9 @@ public:
         assign(count, T());
     }
     /// A deep copy, with a block of exactly the other's size.
-    PODArray(const PODArray& other) { assign(other._size, other._data); }
+    PODArray(const PODArray& other) : Base() { assign(other._size, other._data); }
     /// Takes the other's block; the other is left empty.
-    PODArray(PODArray&& other) noexcept : _size(other._size), _capacity(other._capacity), _data(other._data)
-    {
-        other._size = 0;
-        other._capacity = 0;
-        other._data = nullptr;
-    }
+    PODArray(PODArray&& other) noexcept { this->takeBlock(other); }
     ~PODArray() { free(_data); }
 
     /// Deep copy; keeps this block when it is large enough.
@@ -77,74 +71,17 @@ public:
         if (this != &other)
         {
             free(_data);
-            _size = other._size;
-            _capacity = other._capacity;
-            _data = other._data;
-            other._size = 0;
-            other._capacity = 0;
-            other._data = nullptr;
+            this->takeBlock(other);
         }
         return *this;
     }
-
-    /// The allocator for the contents of container classes: the one in force.
-    static MemoryAllocator* getClassAllocator() { return getDefaultAllocator(); }
-    /// The statistics category for the contents of container classes.
-    static MemAllocStatId getClassMemoryStatId() { return 0; }
-
-    /// The element at index; fatal when out of range.
-    T& at(size_t index)
-    {
-        orvAssert(index < _size);
-        return _data[index];
-    }
-    /// The element at index; fatal when out of range.
-    const T& at(size_t index) const
-    {
-        orvAssert(index < _size);
-        return _data[index];
-    }
-    /// The element at index, unchecked.
-    T& operator[](size_t index) { return _data[index]; }
-    /// The element at index, unchecked.
-    const T& operator[](size_t index) const { return _data[index]; }
-
-    /// Number of elements.
-    size_t size() const { return _size; }
-    /// True when there is at least one element.
-    bool any() const { return _size != 0; }
-    /// True when there is no element.
-    bool empty() const { return _size == 0; }
-    /// Elements that fit before the block must grow.
-    size_t capacity() const { return _capacity; }
-    /// The block, or null when nothing was ever stored.
-    T* data() { return _data; }
-    /// The block, or null when nothing was ever stored.
-    const T* data() const { return _data; }
-
-    /// First element.
-    T* begin() { return _data; }
-    /// First element.
-    const T* begin() const { return _data; }
-    /// One past the last element.
-    T* end() { return _data + _size; }
-    /// One past the last element.
-    const T* end() const { return _data + _size; }
-    /// First element; the array must not be empty.
-    T& front() { return _data[0]; }
-    /// First element; the array must not be empty.
-    const T& front() const { return _data[0]; }
-    /// Last element; the array must not be empty.
-    T& back() { return _data[_size - 1]; }
-    /// Last element; the array must not be empty.
-    const T& back() const { return _data[_size - 1]; }
 
     /// Sets the size; new elements are value-initialised (zero for scalars). Shrinking keeps the block.
     void resize(size_t count)
     {
         if (count > _capacity)
         {
-            grow(count);
+            this->grow(count);
         }
         for (size_t i = _size; i < count; ++i)
         {
@@ -159,7 +96,7 @@ public:
         {
             // The value may live in the block that grow() frees.
             const T copy = value;
-            grow(count);
+            this->grow(count);
             fill(_size, count, copy);
         }
         else
@@ -195,22 +132,6 @@ public:
             _size = count;
         }
     }
-    /// Makes room for count elements without changing the size; the block only grows.
-    void reserve(size_t count)
-    {
-        if (count > _capacity)
-        {
-            set_capacity(count);
-        }
-    }
-    /// Grows to the greater of count and twice the capacity plus 8; grow(0) is the push path.
-    void grow(size_t count = 0)
-    {
-        const size_t doubled = _capacity * 2 + 8;
-        set_capacity(count > doubled ? count : doubled);
-    }
-    /// Shrinks the block to the size; an empty array frees it.
-    void trim() { set_capacity(_size); }
 
     /// Appends a copy of value.
     void push_back(const T& value)
@@ -219,7 +140,7 @@ public:
         {
             // The value may live in the block that grow() frees.
             const T copy = value;
-            grow(0);
+            this->grow(0);
             _data[_size++] = copy;
             return;
         }
@@ -251,7 +172,7 @@ public:
         const T copy = value;
         if (_size + count > _capacity)
         {
-            grow(_size + count);
+            this->grow(_size + count);
         }
         memmove(_data + index + count, _data + index, (_size - index) * sizeof(T));
         fill(index, index + count, copy);
@@ -263,50 +184,24 @@ public:
     void assign(size_t count, const T& value)
     {
         const T copy = value;
-        _size = 0;
-        if (count > _capacity)
-        {
-            set_capacity(count);
-        }
+        clear();
+        this->reserve(count);
         fill(0, count, copy);
         _size = count;
     }
     /// Replaces the contents with count records read from source, which must not be inside this array.
     void assign(size_t count, const T* source)
     {
-        _size = 0;
-        if (count > _capacity)
-        {
-            set_capacity(count);
-        }
+        clear();
+        this->reserve(count);
         if (count != 0)
         {
             memcpy(_data, source, count * sizeof(T));
         }
         _size = count;
     }
-
     /// Replaces the contents with count null (value-initialised) elements; settles assign(count, nullptr).
     void assign(size_t count, std::nullptr_t) { assign(count, T()); }
-
-    /// Same size and equal elements, by the elements' operator==.
-    bool operator==(const PODArray& other) const
-    {
-        if (_size != other._size)
-        {
-            return false;
-        }
-        for (size_t i = 0; i < _size; ++i)
-        {
-            if (!(_data[i] == other._data[i]))
-            {
-                return false;
-            }
-        }
-        return true;
-    }
-    /// Not operator==.
-    bool operator!=(const PODArray& other) const { return !(*this == other); }
 
 private:
     void fill(size_t begin, size_t end, const T& value)
@@ -318,13 +213,10 @@ private:
     }
 
 public:
-    // Public on purpose: names and order are the fixed layout that other classes read.
-    /// Number of elements in use.
-    size_t _size = 0;
-    /// Number of elements the block holds.
-    size_t _capacity = 0;
-    /// The malloc block, or null; owned.
-    T* _data = nullptr;
+    // The fields live in ArrayBase, in this order: _size, _capacity, _data.
+    using Base::_capacity;
+    using Base::_data;
+    using Base::_size;
 };
 
 } // namespace orv

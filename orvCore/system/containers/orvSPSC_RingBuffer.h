@@ -7,7 +7,7 @@
 #include <new>
 #include <utility>
 
-#include "system/debug/orvAssert.h"
+#include "system/containers/orvRingBufferSize.h"
 
 namespace orv
 {
@@ -29,20 +29,13 @@ public:
     /// 32 bits. Fatal below 2.
     static size_t getBufferSizeToAllocate(size_t elementCountMax)
     {
-        orvAssert(elementCountMax >= 2);
-        // Free-running 32-bit counters stay consistent through wrap-around only for a power of two of 2^31 or less.
-        if ((elementCountMax & (elementCountMax - 1)) != 0 || elementCountMax > (static_cast<size_t>(1) << 31))
-        {
-            return 0;
-        }
-        return elementCountMax * sizeof(T);
+        return RingBufferSize<sizeof(T)>::getBufferSizeToAllocate(elementCountMax);
     }
 
     /// Starts the ring empty on buffer. Does not take ownership. Before any producer or consumer runs.
     void initialize(void* buffer, size_t bufferSize, size_t elementCountMax)
     {
-        orvAssert(buffer != NULL);
-        orvAssert(bufferSize > 0 && bufferSize == getBufferSizeToAllocate(elementCountMax));
+        RingBufferSize<sizeof(T)>::checkBuffer(buffer, bufferSize, elementCountMax);
         _buffer = static_cast<T*>(buffer);
         _bufferMask = static_cast<uint32_t>(elementCountMax - 1);
         _enqueueHead.store(0, std::memory_order_relaxed);
