@@ -33,6 +33,36 @@ bool contains(const char* set, size_t count, char c)
     return count != 0 && memchr(set, c, count) != nullptr;
 }
 
+// The first position from pos whose character is in the set (wanted) or not in it.
+size_t findInSet(const char* base, size_t length, const char* set, size_t count, size_t pos, bool wanted)
+{
+    for (size_t i = pos; i < length; ++i)
+    {
+        if (contains(set, count, base[i]) == wanted)
+        {
+            return i;
+        }
+    }
+    return OrvString::npos;
+}
+
+// The same, walking back from pos, or from the end when pos is past it.
+size_t findInSetBackward(const char* base, size_t length, const char* set, size_t count, size_t pos, bool wanted)
+{
+    if (length == 0)
+    {
+        return OrvString::npos;
+    }
+    for (size_t i = (pos < length ? pos : length - 1) + 1; i-- > 0;)
+    {
+        if (contains(set, count, base[i]) == wanted)
+        {
+            return i;
+        }
+    }
+    return OrvString::npos;
+}
+
 } // namespace
 
 OrvString::OrvString(const char* text)
@@ -323,16 +353,7 @@ size_t OrvString::find_first_of(const char* set, size_t pos) const
 
 size_t OrvString::find_first_of(const char* set, size_t pos, size_t count) const
 {
-    const size_t length = size();
-    const char* base = c_str();
-    for (size_t i = pos; i < length; ++i)
-    {
-        if (contains(set, count, base[i]))
-        {
-            return i;
-        }
-    }
-    return npos;
+    return findInSet(c_str(), size(), set, count, pos, true);
 }
 
 size_t OrvString::find_last_of(const char* set, size_t pos) const
@@ -342,20 +363,7 @@ size_t OrvString::find_last_of(const char* set, size_t pos) const
 
 size_t OrvString::find_last_of(const char* set, size_t pos, size_t count) const
 {
-    const size_t length = size();
-    if (length == 0)
-    {
-        return npos;
-    }
-    const char* base = c_str();
-    for (size_t i = (pos < length ? pos : length - 1) + 1; i-- > 0;)
-    {
-        if (contains(set, count, base[i]))
-        {
-            return i;
-        }
-    }
-    return npos;
+    return findInSetBackward(c_str(), size(), set, count, pos, true);
 }
 
 size_t OrvString::find_first_not_of(const char* set, size_t pos) const
@@ -365,16 +373,7 @@ size_t OrvString::find_first_not_of(const char* set, size_t pos) const
 
 size_t OrvString::find_first_not_of(const char* set, size_t pos, size_t count) const
 {
-    const size_t length = size();
-    const char* base = c_str();
-    for (size_t i = pos; i < length; ++i)
-    {
-        if (!contains(set, count, base[i]))
-        {
-            return i;
-        }
-    }
-    return npos;
+    return findInSet(c_str(), size(), set, count, pos, false);
 }
 
 size_t OrvString::find_last_not_of(const char* set, size_t pos) const
@@ -384,20 +383,7 @@ size_t OrvString::find_last_not_of(const char* set, size_t pos) const
 
 size_t OrvString::find_last_not_of(const char* set, size_t pos, size_t count) const
 {
-    const size_t length = size();
-    if (length == 0)
-    {
-        return npos;
-    }
-    const char* base = c_str();
-    for (size_t i = (pos < length ? pos : length - 1) + 1; i-- > 0;)
-    {
-        if (!contains(set, count, base[i]))
-        {
-            return i;
-        }
-    }
-    return npos;
+    return findInSetBackward(c_str(), size(), set, count, pos, false);
 }
 
 int OrvString::compare(const OrvString& other) const

@@ -346,4 +346,38 @@ public:
                                  "45163da5-0153-45a9-a6c7-f3b7c50ab45c", "d1537693-edb8-47ac-ae50-73a51b46736f");
 };
 
+namespace attributeDetail
+{
+
+/// The descriptor handling every concrete attribute class shares. Derived names its className and baseTypeID, and
+/// its descriptor's only base is AbstractAttributeT<T, Owner>.
+template <typename T, typename Owner, typename Derived>
+class AttributeClassDescriptor
+{
+public:
+    /// This class's descriptor, or null while it is not registered.
+    static const RTTI* getAttributeClassRTTI() { return lookUpAttributeRTTI<T, Owner>(Derived::baseTypeID); }
+    /// Registers this class's descriptor if needed and holds it; null while T or Owner has no descriptor.
+    static const RTTI* createAttributeRTTI()
+    {
+        return attributeDetail::createAttributeRTTI<T, Owner>(Derived::baseTypeID, Derived::className, &addBaseClasses);
+    }
+    /// Drops a hold on this class's descriptor.
+    static void destroyAttributeRTTI()
+    {
+        attributeDetail::destroyAttributeRTTI<T, Owner>(Derived::baseTypeID, &addBaseClasses);
+    }
+    /// Adds, or while removing releases, the base AbstractAttributeT<T, Owner>.
+    static void addBaseClasses(RTTI& rtti) { rtti.addBaseClass<AbstractAttributeT<T, Owner>>(); }
+
+protected:
+    /// The descriptor, registered on first call: what the derived class's getRTTI answers.
+    static const RTTI* getOrCreateClassRTTI()
+    {
+        return getOrCreateAttributeRTTI<T, Owner>(Derived::baseTypeID, Derived::className, &addBaseClasses);
+    }
+};
+
+} // namespace attributeDetail
+
 } // namespace orv

@@ -14,7 +14,8 @@ namespace orv
 /// On reading, the setter runs once, in the second pass; a read-only attribute (no setter) must not be read.
 /// Built as a temporary by the class's addAccessorsAttribute helper; its descriptor keeps a copy.
 template <typename T, typename Owner>
-class AccessorsAttribute : public attributeDetail::AccessorsAttributeBase<T, Owner, AccessorsAttribute<T, Owner>>
+class AccessorsAttribute : public attributeDetail::AccessorsAttributeBase<T, Owner, AccessorsAttribute<T, Owner>>,
+                           public attributeDetail::AttributeClassDescriptor<T, Owner, AccessorsAttribute<T, Owner>>
 {
 public:
     /// The getter, called as GetterResult(Owner&).
@@ -37,22 +38,7 @@ public:
     void callSetter(Owner& owner, typename AttributeForm<T>::SetterArgument value) const { _setter(owner, value); }
 
     /// The descriptor "orv::AccessorsAttribute<value,owner>", registered on first call.
-    const RTTI* getRTTI() const override
-    {
-        return attributeDetail::getOrCreateAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-
-    /// This class's descriptor, or null while it is not registered.
-    static const RTTI* getAttributeClassRTTI() { return attributeDetail::lookUpAttributeRTTI<T, Owner>(baseTypeID); }
-    /// Registers this class's descriptor if needed and holds it; null while T or Owner has no descriptor.
-    static const RTTI* createAttributeRTTI()
-    {
-        return attributeDetail::createAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-    /// Drops a hold on this class's descriptor.
-    static void destroyAttributeRTTI() { attributeDetail::destroyAttributeRTTI<T, Owner>(baseTypeID, &addBaseClasses); }
-    /// Adds, or while removing releases, the base AbstractAttributeT<T, Owner>.
-    static void addBaseClasses(RTTI& rtti) { rtti.addBaseClass<AbstractAttributeT<T, Owner>>(); }
+    const RTTI* getRTTI() const override { return this->getOrCreateClassRTTI(); }
 
     /// Registered name of this class without its arguments.
     static constexpr const char* className = "orv::AccessorsAttribute";

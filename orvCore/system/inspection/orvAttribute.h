@@ -145,7 +145,8 @@ class MemberAttributeBase<const V&, Owner>;
 /// The attribute of a data member of Owner, of form V, V* or const V*: the member is read and written directly.
 /// Built as a temporary by the class's addAttribute helper; its descriptor keeps a copy.
 template <typename T, typename Owner>
-class Attribute : public attributeDetail::MemberAttributeBase<T, Owner>
+class Attribute : public attributeDetail::MemberAttributeBase<T, Owner>,
+                  public attributeDetail::AttributeClassDescriptor<T, Owner, Attribute<T, Owner>>
 {
 public:
     /// The attribute name of member of Owner, whose descriptor is ownerRTTI.
@@ -155,22 +156,7 @@ public:
     }
 
     /// The descriptor "orv::Attribute<value,owner>", registered on first call.
-    const RTTI* getRTTI() const override
-    {
-        return attributeDetail::getOrCreateAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-
-    /// This class's descriptor, or null while it is not registered.
-    static const RTTI* getAttributeClassRTTI() { return attributeDetail::lookUpAttributeRTTI<T, Owner>(baseTypeID); }
-    /// Registers this class's descriptor if needed and holds it; null while T or Owner has no descriptor.
-    static const RTTI* createAttributeRTTI()
-    {
-        return attributeDetail::createAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-    /// Drops a hold on this class's descriptor.
-    static void destroyAttributeRTTI() { attributeDetail::destroyAttributeRTTI<T, Owner>(baseTypeID, &addBaseClasses); }
-    /// Adds, or while removing releases, the base AbstractAttributeT<T, Owner>.
-    static void addBaseClasses(RTTI& rtti) { rtti.addBaseClass<AbstractAttributeT<T, Owner>>(); }
+    const RTTI* getRTTI() const override { return this->getOrCreateClassRTTI(); }
 
     /// Registered name of this class without its arguments.
     static constexpr const char* className = "orv::Attribute";

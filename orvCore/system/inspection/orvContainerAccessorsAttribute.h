@@ -14,7 +14,8 @@ namespace orv
 /// of form V, const V&, V* or const V*. Otherwise as AccessorsAttribute. Its descriptor keeps a copy.
 template <typename T, typename Owner>
 class ContainerAccessorsAttribute
-    : public attributeDetail::AccessorsAttributeBase<T, Owner, ContainerAccessorsAttribute<T, Owner>>
+    : public attributeDetail::AccessorsAttributeBase<T, Owner, ContainerAccessorsAttribute<T, Owner>>,
+      public attributeDetail::AttributeClassDescriptor<T, Owner, ContainerAccessorsAttribute<T, Owner>>
 {
 public:
     /// The getter, called as GetterResult(Owner&, index).
@@ -51,22 +52,7 @@ public:
     uint32_t getIndex() const { return _index; }
 
     /// The descriptor "orv::ContainerAccessorsAttribute<value,owner>", registered on first call.
-    const RTTI* getRTTI() const override
-    {
-        return attributeDetail::getOrCreateAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-
-    /// This class's descriptor, or null while it is not registered.
-    static const RTTI* getAttributeClassRTTI() { return attributeDetail::lookUpAttributeRTTI<T, Owner>(baseTypeID); }
-    /// Registers this class's descriptor if needed and holds it; null while T or Owner has no descriptor.
-    static const RTTI* createAttributeRTTI()
-    {
-        return attributeDetail::createAttributeRTTI<T, Owner>(baseTypeID, className, &addBaseClasses);
-    }
-    /// Drops a hold on this class's descriptor.
-    static void destroyAttributeRTTI() { attributeDetail::destroyAttributeRTTI<T, Owner>(baseTypeID, &addBaseClasses); }
-    /// Adds, or while removing releases, the base AbstractAttributeT<T, Owner>.
-    static void addBaseClasses(RTTI& rtti) { rtti.addBaseClass<AbstractAttributeT<T, Owner>>(); }
+    const RTTI* getRTTI() const override { return this->getOrCreateClassRTTI(); }
 
     /// Registered name of this class without its arguments.
     static constexpr const char* className = "orv::ContainerAccessorsAttribute";
