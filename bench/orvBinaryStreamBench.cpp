@@ -1,7 +1,14 @@
 #include <benchmark/benchmark.h>
 
 #include <cstdint>
+#include <sstream>
 #include <string>
+#include <vector>
+
+#if ORV_HAVE_CEREAL
+#include <cereal/archives/binary.hpp>
+#include <cereal/types/vector.hpp>
+#endif
 
 #include "math/types/orvVector3.h"
 #include "orvBenchSupport.h"
@@ -249,6 +256,84 @@ void BM_BinaryStreamReadSharedGraph(benchmark::State& state)
     state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes.size()));
     state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kObjectCount));
 }
+
+#if ORV_HAVE_CEREAL
+
+/// The same small object for the reference serializer: the same fields, written in the same order.
+struct ReferenceParticle
+{
+    int _id = 0;
+    float _mass = 0.0f;
+    float _x = 0.0f, _y = 0.0f, _z = 0.0f;
+    bool _active = false;
+
+    template <class Archive>
+    void serialize(Archive& archive)
+    {
+        archive(_id, _mass, _x, _y, _z, _active);
+    }
+};
+
+std::vector<ReferenceParticle> referenceSwarm()
+{
+    Swarm swarm;
+    fillSwarm(swarm);
+    std::vector<ReferenceParticle> particles(kObjectCount);
+    for (size_t i = 0; i < kObjectCount; ++i)
+    {
+        const Particle& particle = swarm._particles[i];
+        particles[i] = {particle._id, particle._mass, particle._position.x, particle._position.y,
+                        particle._position.z, particle._active};
+    }
+    return particles;
+}
+
+/// The reference: a widely used header-only serializer writing the same objects by value to a string stream.
+void BM_ReferenceCerealWriteSmallObjects(benchmark::State& state)
+{
+    const std::vector<ReferenceParticle> particles = referenceSwarm();
+    size_t bytes = 0;
+    for (auto _ : state)
+    {
+        std::stringstream stream(std::ios::in | std::ios::out | std::ios::binary);
+        {
+            cereal::BinaryOutputArchive archive(stream);
+            archive(particles);
+        }
+        bytes = static_cast<size_t>(stream.tellp());
+        benchmark::DoNotOptimize(bytes);
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes));
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kObjectCount));
+}
+
+void BM_ReferenceCerealReadSmallObjects(benchmark::State& state)
+{
+    const std::vector<ReferenceParticle> particles = referenceSwarm();
+    std::stringstream written(std::ios::in | std::ios::out | std::ios::binary);
+    {
+        cereal::BinaryOutputArchive archive(written);
+        archive(particles);
+    }
+    const std::string bytes = written.str();
+    for (auto _ : state)
+    {
+        std::stringstream stream(bytes, std::ios::in | std::ios::binary);
+        std::vector<ReferenceParticle> read;
+        {
+            cereal::BinaryInputArchive archive(stream);
+            archive(read);
+        }
+        benchmark::DoNotOptimize(read.data());
+    }
+    state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * bytes.size()));
+    state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * kObjectCount));
+}
+
+BENCHMARK(BM_ReferenceCerealWriteSmallObjects)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ReferenceCerealReadSmallObjects)->Unit(benchmark::kMillisecond);
+
+#endif
 
 BENCHMARK(BM_BinaryStreamWriteSmallObjects)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BinaryStreamReadSmallObjects)->Unit(benchmark::kMillisecond);

@@ -8,6 +8,14 @@
 #include "system/debug/orvAssert.h"
 #include "system/log/orvCoreLog.h"
 #include "system/serialization/orvBinaryStream.h"
+#include "system/utils/orvFileDir.h"
+
+#include <cxxabi.h>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <typeinfo>
 
 namespace orv
 {
@@ -25,6 +33,49 @@ bool holdsContext(const Array<IContext*>& contexts, const IContext* context)
         }
     }
     return false;
+}
+
+// A context can be read back only if its very class was registered: one without a descriptor of its own would be
+// written as its nearest registered base, or as the abstract context.
+bool hasOwnDescriptor(const IContext& context)
+{
+    const RTTI* rtti = context.getRTTI();
+    if (rtti == nullptr || !RTTI::canCreateInstance(rtti->getTypeID()))
+    {
+        return false;
+    }
+    IContext* sample = static_cast<IContext*>(RTTI::createInstance(rtti->getTypeID()));
+    const bool own = sample != nullptr && typeid(*sample) == typeid(context);
+    delete sample;
+    return own;
+}
+
+// The host's name of a context's class, for log lines about classes the registry does not know.
+std::string className(const IContext& context)
+{
+    const char* mangled = typeid(context).name();
+    int status = 0;
+    char* demangled = abi::__cxa_demangle(mangled, nullptr, nullptr, &status);
+    std::string name = status == 0 && demangled != nullptr ? demangled : mangled;
+    free(demangled);
+    return name;
+}
+
+template <class T>
+void deleteAllBut(const Array<T*>& previous, const Array<T*>& kept)
+{
+    for (size_t i = 0; i < previous.size(); ++i)
+    {
+        bool found = false;
+        for (size_t j = 0; j < kept.size() && !found; ++j)
+        {
+            found = kept[j] == previous[i];
+        }
+        if (!found)
+        {
+            delete previous[i];
+        }
+    }
 }
 
 } // namespace
@@ -153,12 +204,14 @@ int Simulation::createGroupEntityType(int maxCount)
 
 EntityType* Simulation::getEntityType(int entityTypeId) const
 {
+    orvAssert(entityTypeId >= 0);
     orvAssert(entityTypeId < static_cast<int>(_entityTypes.size()));
     return _entityTypes[entityTypeId];
 }
 
 GroupEntityType* Simulation::getGroupEntityType(int groupEntityTypeId) const
 {
+    orvAssert(groupEntityTypeId >= 0);
     orvAssert(groupEntityTypeId < static_cast<int>(_groupEntityTypes.size()));
     return _groupEntityTypes[groupEntityTypeId];
 }
@@ -408,19 +461,65 @@ void Simulation::setResolveEntityTypeEntities(bool)
 
 bool Simulation::exportToBinary(const char* path) const
 {
+    // The contexts that could not be read back are taken out for the writing only: the world itself is unchanged
+    // when this returns.
+    Array<IContext*>& contexts = const_cast<Array<IContext*>&>(_contexts);
+    const Array<IContext*> allContexts = contexts;
+    contexts.clear();
+    for (size_t i = 0; i < allContexts.size(); ++i)
+    {
+        if (hasOwnDescriptor(*allContexts[i]))
+        {
+            contexts.push_back(allContexts[i]);
+        }
+        else
+        {
+            orvLogCore(LogSeverity::LOG_WARNING, "The context " << className(*allContexts[i]).c_str()
+                                                                << " has no class descriptor of its own: it is left "
+                                                                   "out of the snapshot "
+                                                                << path);
+        }
+    }
     BinaryStream stream;
     stream.pack(getRNG());
     stream.pack(*this);
+    contexts = allContexts;
     stream.exportTo(path);
     return true;
 }
 
 bool Simulation::loadAndImportFromBinary(const char* path)
 {
+    if (path == nullptr || !FileDir::exist(path))
+    {
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << (path != nullptr ? path : "(null)")
+                                                                        << ": no such file");
+        return false;
+    }
+    std::ifstream file(path, std::ios::in | std::ios::binary);
+    const std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    if (!file.good() && !file.eof())
+    {
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << path << ": the file cannot be read");
+        return false;
+    }
+    const uint8_t* data = reinterpret_cast<const uint8_t*>(bytes.data());
+    SnapshotCheckReport report;
+    if (!checkBinaryData(data, bytes.size(), &report))
+    {
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << path << ": at byte " << report._offset
+                                                                        << ", " << report._reason.c_str());
+        return false;
+    }
     BinaryStream stream;
-    stream.importFrom(path);
+    stream.importFrom(data, bytes.size());
     importFrom(stream);
     return true;
+}
+
+bool Simulation::checkBinaryData(const uint8_t* data, size_t size, SnapshotCheckReport* report)
+{
+    return SnapshotCheck::check(data, size, report);
 }
 
 bool Simulation::validateLoadedBinaryData(const uint8_t* data, size_t size)
@@ -438,9 +537,11 @@ bool Simulation::importFromValidatedBinaryData(const uint8_t* data, size_t size,
 
 void Simulation::importFrom(BinaryStream& stream)
 {
-    // The file's contexts replace this world's: the ones left out of the new array are dropped here, unfinished,
-    // since the world they served is gone.
+    // The file's contexts and types replace this world's: the ones left out of the new arrays are dropped here.
+    // Contexts go unfinished, since the world they served is gone.
     const Array<IContext*> previousContexts = _contexts;
+    const Array<EntityType*> previousEntityTypes = _entityTypes;
+    const Array<GroupEntityType*> previousGroupEntityTypes = _groupEntityTypes;
     // The generator comes first, then the world: the file's order.
     stream.unpack(getRNG());
     stream.unpack(*this);
@@ -455,6 +556,8 @@ void Simulation::importFrom(BinaryStream& stream)
             delete context;
         }
     }
+    deleteAllBut(previousEntityTypes, _entityTypes);
+    deleteAllBut(previousGroupEntityTypes, _groupEntityTypes);
     // Contexts made by the stream are set up as an added context is.
     for (size_t j = 0; j < _contexts.size(); ++j)
     {
@@ -467,6 +570,8 @@ void Simulation::importFrom(BinaryStream& stream)
     }
     _kbContext = getContext<KBContext>();
     _behaviorContext = getContext<BehaviorContext>();
+    // The head of the free handle entries is not saved: it follows from the table.
+    _entitiesManager.rebuildFreeListHead();
 }
 
 } // namespace orv

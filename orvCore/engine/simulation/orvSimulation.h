@@ -14,6 +14,7 @@
 #include "engine/simulation/orvIContext.h"
 #include "engine/simulation/orvProcessingBatch.h"
 #include "engine/simulation/orvSimulationUserEventsList.h"
+#include "engine/simulation/orvSnapshotCheck.h"
 #include "knowledgeBase/orvKnowledgeBase.h"
 #include "system/containers/orvArray.h"
 
@@ -136,14 +137,23 @@ public:
     /// Appends one empty blocking batch.
     static void enqueueBlockingBatch(ProcessingBatchQueue& queue);
 
-    /// Writes the process-wide generator, then this world, to a binary snapshot file.
+    /// Writes the process-wide generator, then this world, to a binary snapshot file. A context whose class has no
+    /// descriptor of its own could not be read back: it is left out, with a warning naming it. Host thread,
+    /// between frames.
     bool exportToBinary(const char* path) const;
-    /// Replaces the process-wide generator's seed and this world with a binary snapshot file's.
-    /// The file must exist: check it first, the stream treats a missing file as fatal.
+    /// Replaces the process-wide generator's seed and this world with a binary snapshot file's. A missing file, or
+    /// one that checkBinaryData refuses, gives a LOG_ERROR line naming the file and the reason, returns false and
+    /// leaves everything as it was. Loaded generators keep their state and take the loaded seed: a host that wants
+    /// each entity back on its own sequence re-seeds it with setSeed(getSeed()). Host thread, between frames.
     bool loadAndImportFromBinary(const char* path);
-    /// True when the buffer can be handed to importFromValidatedBinaryData: a pointer and a size.
+    /// True when size bytes at data hold a snapshot that loads without fault into any simulation; report, if given,
+    /// says at which byte and why not. Builds nothing. Run it before importFromValidatedBinaryData.
+    static bool checkBinaryData(const uint8_t* data, size_t size, SnapshotCheckReport* report = nullptr);
+    /// True when the buffer can be handed to importFromValidatedBinaryData: a pointer and a size. It says nothing
+    /// of the bytes: checkBinaryData does.
     static bool validateLoadedBinaryData(const uint8_t* data, size_t size);
-    /// The in-memory form of loadAndImportFromBinary. The bytes are trusted: validate them first.
+    /// The in-memory form of loadAndImportFromBinary. The bytes are trusted: a snapshot that checkBinaryData
+    /// refuses may end the process or worse. Host thread, between frames.
     static bool importFromValidatedBinaryData(const uint8_t* data, size_t size, Simulation& simulation);
 
     /// Always true: the value side of the "resolveEntityTypeEntities" attribute.

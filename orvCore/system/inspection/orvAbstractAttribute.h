@@ -7,6 +7,7 @@ namespace orv
 {
 
 class BinaryStream;
+class BinaryStreamCheck;
 class DataItem;
 class RTTI;
 class XMLStream;
@@ -47,6 +48,8 @@ public:
     virtual void pack(BinaryStream& stream, const void* object) const = 0;
     /// Reads the attribute of object, an address of the owner class, from a binary stream, in its current pass.
     virtual void unpack(BinaryStream& stream, void* object) const = 0;
+    /// Walks the attribute's bytes as unpack would read them, without an object; false once the check refused.
+    virtual bool check(BinaryStreamCheck& check) const = 0;
     /// Writes the attribute of object into item, the element made for it, in the XML stream's current pass.
     virtual void pack(XMLStream& stream, DataItem& item, const void* object) const = 0;
     /// Reads the attribute of object from item, in the XML stream's current pass.

@@ -9,6 +9,7 @@
 #include "system/inspection/orvRTTI.h"
 #include "system/inspection/orvUuid.h"
 #include "system/serialization/orvBinaryStream.h"
+#include "system/serialization/orvBinaryStreamCheck.h"
 
 namespace orv
 {
@@ -116,6 +117,11 @@ public:
 
     /// The descriptor of T in its form, held since the attribute was added.
     const RTTI* getAttributeRTTI() const override { return RTTIAccessor<T>::getClassRTTI(); }
+    /// Walks the value in the form of T: a const V& goes as a V, a pointer as a pointer.
+    bool check(BinaryStreamCheck& check) const override
+    {
+        return check.checkValue<std::remove_const_t<std::remove_reference_t<T>>>();
+    }
     /// XML writing of attributes comes with the XML stream; until then it stops the process.
     void pack(XMLStream&, DataItem&, const void*) const override { stopWithoutXMLForm(); }
     /// XML reading of attributes comes with the XML stream; until then it stops the process.

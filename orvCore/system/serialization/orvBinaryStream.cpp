@@ -26,7 +26,7 @@ bool BinaryStream::TypedPointer::operator==(const TypedPointer& other) const
     return _pointer == other._pointer && _typeID == other._typeID;
 }
 
-BinaryStream::BinaryStream() : _binaryStream(std::ios::in | std::ios::out | std::ios::binary | std::ios::trunc)
+BinaryStream::BinaryStream()
 {
     clear();
 }
@@ -46,10 +46,7 @@ void BinaryStream::write(const char* data, unsigned int size)
     {
         return;
     }
-    if (_binaryStream.rdbuf()->sputn(data, size) != static_cast<std::streamsize>(size))
-    {
-        _binaryStream.setstate(std::ios::badbit);
-    }
+    _binaryStream.buffer().put(data, size);
 }
 
 void BinaryStream::read(OrvString& value)
@@ -59,13 +56,13 @@ void BinaryStream::read(OrvString& value)
     char* readBuffer = static_cast<char*>(malloc(static_cast<size_t>(length) + 1));
     orvAssert(readBuffer != NULL);
     // Past the end of the bytes the text stops where they stop.
-    const std::streamsize got = _binaryStream.rdbuf()->sgetn(readBuffer, length);
-    if (got < static_cast<std::streamsize>(length))
+    const size_t got = _binaryStream.buffer().get(readBuffer, length);
+    if (got < length)
     {
         _binaryStream.setstate(std::ios::eofbit);
     }
-    readBuffer[got > 0 ? got : 0] = '\0';
-    value.assign(readBuffer, static_cast<size_t>(got > 0 ? got : 0));
+    readBuffer[got] = '\0';
+    value.assign(readBuffer, got);
     free(readBuffer);
 }
 
@@ -98,11 +95,12 @@ void BinaryStream::read(Quaternion& value)
     read(value.w);
 }
 
-void BinaryStream::read(EntityHandle& value)
+void BinaryStream::read(bool& value)
 {
-    uint32_t word = value.getUint32();
-    read(word);
-    value.setUint32(word);
+    // One byte compared with 0: a file's byte other than 0 or 1 must still give a valid bool.
+    unsigned char byte = value ? 1 : 0;
+    readBytes(&byte, sizeof(byte));
+    value = byte != 0;
 }
 
 void BinaryStream::write(const OrvString& value)
@@ -145,10 +143,6 @@ void BinaryStream::write(const Quaternion& value)
     write(value.w);
 }
 
-void BinaryStream::write(const EntityHandle& value)
-{
-    write(value.getUint32());
-}
 
 void* BinaryStream::popValuefromFifo()
 {
@@ -163,8 +157,9 @@ void BinaryStream::clear()
     _binaryStream.clear();
     _pointerToIdMap.clear();
     _idToPointerMap.clear();
-    _pointerToIdMap.insert(nullptr, 0u);
-    _idToPointerMap.insert(0u, nullptr);
+    _sparseIdToPointerMap.clear();
+    _pointerToIdMap.findOrInsert(nullptr, 0u);
+    touchAddressEntry(0) = nullptr;
     _pointersValueToWrite.clear();
     _createdInstances.clear();
 }
@@ -172,14 +167,12 @@ void BinaryStream::clear()
 uint64_t BinaryStream::getLength()
 {
     // Asked of the buffer, so that a read that ran past the end does not hide what was written.
-    const std::streampos position = _binaryStream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::out);
-    return position == std::streampos(-1) ? 0 : static_cast<uint64_t>(position);
+    return _binaryStream.buffer().getWritePosition();
 }
 
 uint64_t BinaryStream::getPosition()
 {
-    const std::streampos position = _binaryStream.rdbuf()->pubseekoff(0, std::ios::cur, std::ios::in);
-    return position == std::streampos(-1) ? 0 : static_cast<uint64_t>(position);
+    return _binaryStream.buffer().getReadPosition();
 }
 
 void BinaryStream::exportTo(const char* fileName)
@@ -189,14 +182,13 @@ void BinaryStream::exportTo(const char* fileName)
     {
         return;
     }
-    const std::string bytes = _binaryStream.str();
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    file.write(_binaryStream.buffer().data(), static_cast<std::streamsize>(_binaryStream.buffer().size()));
 }
 
 void BinaryStream::importFrom(const char* fileName)
 {
     orvAssert(FileDir::exist(fileName));
-    _binaryStream.str(std::string());
+    _binaryStream.buffer().assign(nullptr, 0);
     _binaryStream.clear();
     std::ifstream file(fileName, std::ios::in | std::ios::binary);
     std::string bytes((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
@@ -206,59 +198,74 @@ void BinaryStream::importFrom(const char* fileName)
 void BinaryStream::importFrom(const uint8_t* buffer, size_t size)
 {
     orvAssert(buffer != NULL);
-    _binaryStream.str(std::string(reinterpret_cast<const char*>(buffer), size));
+    _binaryStream.buffer().assign(buffer, size);
     _binaryStream.clear();
     // The bytes were poured in: reading starts at 0, writing would continue after them.
-    _binaryStream.rdbuf()->pubseekoff(0, std::ios::end, std::ios::out);
-    _binaryStream.rdbuf()->pubseekpos(0, std::ios::in);
-}
-
-void BinaryStream::writeBytes(const void* data, size_t size)
-{
-    if (_firstPass)
-    {
-        return;
-    }
-    write(static_cast<const char*>(data), static_cast<unsigned int>(size));
-}
-
-void BinaryStream::readBytes(void* data, size_t size)
-{
-    // Straight from the buffer: a stream that ran past its end can still be rewound for the second pass.
-    const std::streamsize got =
-        _binaryStream.rdbuf()->sgetn(static_cast<char*>(data), static_cast<std::streamsize>(size));
-    if (got < static_cast<std::streamsize>(size))
-    {
-        _binaryStream.setstate(std::ios::eofbit);
-    }
+    _binaryStream.buffer().setWritePosition(size);
 }
 
 void BinaryStream::seekRead(uint64_t position)
 {
-    _binaryStream.rdbuf()->pubseekpos(static_cast<std::streamoff>(position), std::ios::in);
+    _binaryStream.buffer().setReadPosition(static_cast<size_t>(position));
 }
 
 uint32_t BinaryStream::giveId(const void* address)
 {
-    auto found = _pointerToIdMap.find(address);
-    if (found != _pointerToIdMap.end())
-    {
-        return found.getValue();
-    }
     // Ids are never reused: the next one is the number of addresses known, null included.
-    const uint32_t id = static_cast<uint32_t>(_pointerToIdMap.size());
-    _pointerToIdMap.insert(address, id);
-    return id;
+    return _pointerToIdMap.findOrInsert(address, static_cast<uint32_t>(_pointerToIdMap.size()));
 }
 
 uint32_t BinaryStream::findId(const void* address)
 {
-    return _pointerToIdMap[address];
+    return _pointerToIdMap.findOrInsert(address, 0u);
 }
+
+namespace
+{
+
+// Marks an id of the array that has no address yet: no object lies at an odd address.
+void* const kNoAddress = reinterpret_cast<void*>(uintptr_t(1));
+
+} // namespace
 
 void* BinaryStream::findAddress(uint32_t id)
 {
-    return _idToPointerMap[id];
+    return touchAddressEntry(id);
+}
+
+void** BinaryStream::findAddressEntry(uint32_t id)
+{
+    if (id < _idToPointerMap.size())
+    {
+        return _idToPointerMap[id] != kNoAddress ? &_idToPointerMap[id] : nullptr;
+    }
+    return _sparseIdToPointerMap.find(id);
+}
+
+void*& BinaryStream::touchAddressEntry(uint32_t id)
+{
+    // Every object and value takes at least four bytes: ids past that bound can only come from damaged bytes, and
+    // must not size the array.
+    const size_t denseBound = _binaryStream.buffer().size() / 4 + 1024;
+    if (id >= _idToPointerMap.size() && id < denseBound)
+    {
+        const size_t previous = _idToPointerMap.size();
+        _idToPointerMap.resize(static_cast<size_t>(id) + 1);
+        for (size_t i = previous; i < _idToPointerMap.size(); ++i)
+        {
+            _idToPointerMap[i] = kNoAddress;
+        }
+    }
+    if (id < _idToPointerMap.size())
+    {
+        void*& entry = _idToPointerMap[id];
+        if (entry == kNoAddress)
+        {
+            entry = nullptr;
+        }
+        return entry;
+    }
+    return _sparseIdToPointerMap.findOrInsert(id, nullptr);
 }
 
 } // namespace orv

@@ -3,11 +3,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <sstream>
 #include <type_traits>
 #include <utility>
 
-#include "engine/simulation/orvEntityHandle.h"
 #include "math/types/orvQuaternion.h"
 #include "math/types/orvVector2.h"
 #include "math/types/orvVector3.h"
@@ -24,38 +22,13 @@
 #include "system/inspection/orvRTTI.h"
 #include "system/inspection/orvUuid.h"
 #include "system/log/orvCoreLog.h"
+#include "system/serialization/orvBinaryStreamForms.h"
+#include "system/serialization/orvByteStream.h"
+#include "system/serialization/orvIdTable.h"
 
 namespace orv
 {
 
-template <class T>
-class SmartPointer;
-
-/// Type tests behind the binary stream's choice of form; not for direct use.
-namespace binaryStreamDetail
-{
-
-/// True for a class with its own descriptor (the class-declaration macros give it getClassRTTI).
-template <typename T, typename = void>
-struct IsInspectable : std::false_type
-{
-};
-template <typename T>
-struct IsInspectable<T, std::void_t<decltype(T::getClassRTTI())>> : std::true_type
-{
-};
-
-/// True for SmartPointer<T>, which goes on the stream as a pointer although it is itself inspectable.
-template <typename T>
-struct IsSmartPointer : std::false_type
-{
-};
-template <typename T>
-struct IsSmartPointer<SmartPointer<T>> : std::true_type
-{
-};
-
-} // namespace binaryStreamDetail
 
 /// Turns a graph of inspectable objects, with shared pointers and cycles, into a flat little-endian byte sequence
 /// and back, in two passes each way. The bytes stay in memory; files are written and read whole. The stream has no
@@ -98,8 +71,8 @@ public:
     /// Writes size raw bytes whatever the pass: callers test isFirstPass().
     void write(const char* data, unsigned int size);
 
-    /// Reads one byte.
-    void read(bool& value) { readBytes(&value, sizeof(value)); }
+    /// Reads one byte: any byte but 0 is true.
+    void read(bool& value);
     /// Reads one byte.
     void read(char& value) { readBytes(&value, sizeof(value)); }
     /// Reads one byte.
@@ -132,8 +105,6 @@ public:
     void read(Vector4& value);
     /// Reads x, y, z, w.
     void read(Quaternion& value);
-    /// Reads the handle's 32-bit word.
-    void read(EntityHandle& value);
 
     /// Writes one byte in the second pass.
     void write(bool value) { writeBytes(&value, sizeof(value)); }
@@ -169,8 +140,6 @@ public:
     void write(const Vector4& value);
     /// Writes x, y, z, w in the second pass.
     void write(const Quaternion& value);
-    /// Writes the handle's 32-bit word in the second pass.
-    void write(const EntityHandle& value);
 
     /// Writes an inspectable object in its by-value form: id, attribute count, attributes. With erasePending, a
     /// pending body of this object is dropped first, so that pointers to it carry none: the body stands here.
@@ -226,7 +195,7 @@ public:
     void read(std::pair<A, B>& pair);
 
     /// Writes value in the form of its type, in the current pass: an inspectable object by value, a smart pointer
-    /// as a pointer, anything else through its write.
+    /// as a pointer, a word value (an entity handle) as its 32-bit word, anything else through its write.
     template <typename T>
     void writeValue(const T& value);
     /// Reads value in the form of its type, in the current pass.
@@ -241,8 +210,8 @@ public:
     void pushValueInFifo(void* value) { _queueOfAccessorAttributeValues.push(value); }
     /// The oldest kept temporary, removed from the queue; the queue must not be empty.
     void* popValuefromFifo();
-    /// The bytes, for callers that write a header in front or seek.
-    std::stringstream& getStream() { return _binaryStream; }
+    /// The bytes as a standard stream, for callers that write a header in front, seek, or take them as a string.
+    ByteStream& getStream() { return _binaryStream; }
 
     /// Back to the first pass, with the error state cleared, both id maps holding only null under 0 and nothing
     /// pending. The bytes and the read and write positions stay.
@@ -262,9 +231,21 @@ public:
 
 private:
     /// Appends size bytes in the second pass; the first pass writes nothing.
-    void writeBytes(const void* data, size_t size);
-    /// Reads up to size bytes, in either pass.
-    void readBytes(void* data, size_t size);
+    void writeBytes(const void* data, size_t size)
+    {
+        if (!_firstPass)
+        {
+            _binaryStream.buffer().put(data, size);
+        }
+    }
+    /// Reads up to size bytes, in either pass; past the end, what is missing stays unread.
+    void readBytes(void* data, size_t size)
+    {
+        if (_binaryStream.buffer().get(data, size) < size)
+        {
+            _binaryStream.setstate(std::ios::eofbit);
+        }
+    }
     /// Moves the read position; the stream's error state does not stop it.
     void seekRead(uint64_t position);
 
@@ -274,6 +255,10 @@ private:
     uint32_t findId(const void* address);
     /// The address of id; an unknown id is entered with null.
     void* findAddress(uint32_t id);
+    /// The entry of id, or null when the id is unknown.
+    void** findAddressEntry(uint32_t id);
+    /// The entry of id, entered with null when unknown.
+    void*& touchAddressEntry(uint32_t id);
 
     /// Ends the life of an instance made for a pointer whose id turned out to belong to an object read by value.
     template <typename T>
@@ -293,15 +278,18 @@ private:
     void readElements(Container& container);
 
     /// Every address given an id; null is 0.
-    OrvMap<const void*, uint32_t> _pointerToIdMap;
-    /// Every id given an address; 0 is null.
-    OrvMap<uint32_t, void*> _idToPointerMap;
+    IdTable<const void*, uint32_t> _pointerToIdMap;
+    /// Every id given an address, by id; 0 is null. Ids come one after the other, so they index an array; an id
+    /// far past the bytes read goes to _sparseIdToPointerMap.
+    PODArray<void*> _idToPointerMap;
+    /// Ids too large for the array.
+    IdTable<uint32_t, void*> _sparseIdToPointerMap;
     /// Objects reached by pointer whose body has yet to be written, sorted and without duplicates.
     OrvSet<TypedPointer> _pointersValueToWrite;
     /// Instances this stream made for pointers; only these are destroyed when an object read by value takes their id.
     OrvSet<const void*> _createdInstances;
     /// The bytes, binary, open for reading and writing.
-    std::stringstream _binaryStream;
+    ByteStream _binaryStream;
     /// True in the first pass of either direction.
     bool _firstPass = true;
     /// Temporaries of const V& accessor attributes, kept between the two read passes.
@@ -366,14 +354,13 @@ void BinaryStream::read(T& object)
     // Id 0 is null's for good: a by-value object never takes it.
     if (_firstPass && id != 0)
     {
-        auto found = _idToPointerMap.find(id);
-        if (found != _idToPointerMap.end() && found.getValue() != &object && found.getValue() != nullptr &&
-            _createdInstances.erase(found.getValue()) != 0)
+        void** found = findAddressEntry(id);
+        if (found != nullptr && *found != &object && *found != nullptr && _createdInstances.erase(*found) != 0)
         {
             // A pointer read before this object made an instance under its id; the object itself is here.
-            destroyPlaceholder<T>(found.getValue());
+            destroyPlaceholder<T>(*found);
         }
-        _idToPointerMap[id] = &object;
+        touchAddressEntry(id) = &object;
     }
     uint32_t attributesCount = 0;
     read(attributesCount);
@@ -515,6 +502,10 @@ void BinaryStream::writeValue(const T& value)
     {
         write(value, true);
     }
+    else if constexpr (binaryStreamDetail::IsWordValue<T>::value)
+    {
+        write(static_cast<uint32_t>(value.getUint32()));
+    }
     else
     {
         write(value);
@@ -524,7 +515,16 @@ void BinaryStream::writeValue(const T& value)
 template <typename T>
 void BinaryStream::readValue(T& value)
 {
-    read(value);
+    if constexpr (binaryStreamDetail::IsWordValue<T>::value)
+    {
+        uint32_t word = value.getUint32();
+        read(word);
+        value.setUint32(word);
+    }
+    else
+    {
+        read(value);
+    }
 }
 
 template <typename T>
@@ -539,7 +539,7 @@ void BinaryStream::writeInspectablePointer(T* pointer)
 {
     if (_firstPass)
     {
-        if (_pointerToIdMap.find(pointer) != _pointerToIdMap.end())
+        if (_pointerToIdMap.find(pointer) != nullptr)
         {
             return;
         }
@@ -583,10 +583,10 @@ void BinaryStream::writeBaseTypePointer(const T* pointer)
     {
         return;
     }
-    auto found = _pointerToIdMap.find(pointer);
-    if (found != _pointerToIdMap.end())
+    const uint32_t* found = _pointerToIdMap.find(pointer);
+    if (found != nullptr)
     {
-        write(found.getValue());
+        write(*found);
         write(static_cast<unsigned char>(0));
         return;
     }
@@ -620,7 +620,7 @@ void BinaryStream::readInspectablePointer(T*& pointer)
         }
         return;
     }
-    if (_idToPointerMap.find(id) != _idToPointerMap.end())
+    if (findAddressEntry(id) != nullptr)
     {
         // Not set on purpose: the target may still move to an object read by value; the second pass sets it.
         return;
@@ -633,7 +633,7 @@ void BinaryStream::readInspectablePointer(T*& pointer)
         orvLogCore(LogSeverity::LOG_WARNING, typeID.getString().c_str() << " is not a registered inspectable type");
         return;
     }
-    _idToPointerMap[id] = instance;
+    touchAddressEntry(id) = instance;
     _createdInstances.insert(instance);
     if (hasBody == 1)
     {
@@ -648,11 +648,11 @@ void BinaryStream::readBaseTypePointer(T*& pointer)
     unsigned char hasBody = 0;
     read(id);
     read(hasBody);
-    if (_firstPass && _idToPointerMap.find(id) == _idToPointerMap.end())
+    if (_firstPass && findAddressEntry(id) == nullptr)
     {
         // The first time an id is met its value follows; hasBody is not consulted.
         T* value = new T();
-        _idToPointerMap[id] = value;
+        touchAddressEntry(id) = value;
         readValue(*value);
     }
     pointer = static_cast<T*>(findAddress(id));

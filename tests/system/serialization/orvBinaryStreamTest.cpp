@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "engine/simulation/orvEntityHandle.h"
 #include "math/types/orvVector3.h"
@@ -17,6 +18,7 @@
 #include "system/inspection/orvReferenceCounter.h"
 #include "system/inspection/orvSmartPointer.h"
 #include "system/serialization/orvBinaryStream.h"
+#include "system/serialization/orvBinaryStreamCheck.h"
 
 namespace orvtest::stream
 {
@@ -379,6 +381,93 @@ TEST_F(BinaryStreamTest, StreamsRoundTripThroughFiles)
     fromFile.unpack(read);
     EXPECT_EQ(OrvString("on disk"), read._names[2]);
     std::remove(path.c_str());
+}
+
+TEST_F(BinaryStreamTest, ABoolByteOtherThanZeroOrOneReadsAsTrue)
+{
+    Scalars written;
+    _stream.pack(written);
+    std::string all = _stream.getStream().str();
+    all[8] = 7;
+    _stream.importFrom(reinterpret_cast<const uint8_t*>(all.data()), all.size());
+    Scalars read;
+    _stream.unpack(read);
+    EXPECT_TRUE(read._flag == true);
+}
+
+/// Walks bytes as a T with the stream's check; the reason when refused, empty when accepted.
+template <typename T>
+std::string checkAs(const std::string& data)
+{
+    orv::BinaryStreamCheck check(reinterpret_cast<const uint8_t*>(data.data()), data.size(), nullptr);
+    return check.checkValue<T>() && check.checkEnd() ? std::string() : std::string(check.getRefusalReason());
+}
+
+TEST_F(BinaryStreamTest, TheCheckAcceptsWhatThePackWritesAndNoPrefixOfIt)
+{
+    int number = 3;
+    Graph graph;
+    graph._first = new Node(1);
+    graph._first->_next = &graph._embedded;
+    graph._shared = SmartPointer<Node>(new Node(2));
+    graph._sharedAgain = graph._shared;
+    graph._number = &number;
+    graph._numberAgain = &number;
+    _stream.pack(graph);
+    const std::string all = _stream.getStream().str();
+    EXPECT_EQ("", checkAs<Graph>(all));
+    for (size_t size = 0; size < all.size(); ++size)
+    {
+        EXPECT_NE("", checkAs<Graph>(all.substr(0, size))) << size;
+    }
+    delete graph._first;
+
+    Containers containers;
+    containers._flags.push_back(true);
+    containers._nodes.resize(2);
+    containers._pointers.push_back(&containers._nodes[1]);
+    containers._pairs.push_back(std::make_pair(4, OrvString("four")));
+    containers._names[1] = "one";
+    BinaryStream stream;
+    stream.pack(containers);
+    EXPECT_EQ("", checkAs<Containers>(stream.getStream().str()));
+}
+
+TEST_F(BinaryStreamTest, TheCheckRefusesWrongClassesCountsAndDepths)
+{
+    Graph graph;
+    graph._first = new Node(1);
+    _stream.pack(graph);
+    std::string all = _stream.getStream().str();
+    delete graph._first;
+    // Graph id and count, then the first pointer's id and class.
+    std::string wrongClass = all;
+    wrongClass.replace(12, 16, uuidBytes(Graph::getClassRTTI()));
+    EXPECT_NE(std::string::npos, checkAs<Graph>(wrongClass).find("orvtest::Graph stands where orvtest::Node"));
+    std::string unknownClass = all;
+    unknownClass[12] ^= 0x5A;
+    EXPECT_NE(std::string::npos, checkAs<Graph>(unknownClass).find("is not a registered class"));
+    std::string attributeCount = all;
+    attributeCount[4] = 9;
+    EXPECT_NE(std::string::npos, checkAs<Graph>(attributeCount).find("has 6 attributes, the stream gives 9"));
+
+    // A count of 2^32 - 1 Nodes with four bytes behind it: refused before anything is sized by it.
+    EXPECT_NE(std::string::npos, checkAs<Array<Node>>(bytes({-1, -1, -1, -1, 0, 0, 0, 0})).find("a count of"));
+
+    // A chain of nodes each carrying the next one's body nests one level per node.
+    std::vector<Node> chain(orv::BinaryStreamCheck::maxDepth + 1);
+    for (size_t i = 0; i + 1 < chain.size(); ++i)
+    {
+        chain[i]._next = &chain[i + 1];
+    }
+    Node* head = &chain[0];
+    BinaryStream deep;
+    deep.pack(head);
+    EXPECT_NE(std::string::npos, checkAs<Node*>(deep.getStream().str()).find("nest deeper than"));
+    BinaryStream shallow;
+    Node* middle = &chain[chain.size() / 2];
+    shallow.pack(middle);
+    EXPECT_EQ("", checkAs<Node*>(shallow.getStream().str()));
 }
 
 using BinaryStreamDeathTest = BinaryStreamTest;

@@ -1,0 +1,66 @@
+// Fuzzes the snapshot loader: whatever the check accepts is imported, stepped, changed and deleted as a host
+// would. Anything but the assertions the library documents is a finding.
+#include <cstddef>
+#include <cstdint>
+
+#include "engine/simulation/orvSimulation.h"
+#include "engine/simulation/orvSimulationsProcessor.h"
+#include "orvCore.h"
+#include "orvWanderContext.h"
+#include "system/log/orvCoreLog.h"
+
+namespace
+{
+
+bool startLibrary()
+{
+    orv::useCoreDefaultAllocator();
+    orv::initCore();
+    // The demo's context, so that the snapshots the demo writes are known.
+    orvdemo::WanderContext::createClassRTTI(true);
+    // Refusals are expected by the thousand: keep the log to real trouble.
+    orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_CRITICAL);
+    return true;
+}
+
+void useLoadedWorld(orv::Simulation* world)
+{
+    if (world->isInitialized())
+    {
+        orv::Simulation::finishBatch(0.0, world, 0, 0);
+    }
+    orv::SimulationsProcessor processor;
+    processor.addSimulation(world);
+    processor.update(0.04);
+    const orv::EntitiesManager& manager = world->getEntitiesManager();
+    for (int t = 0; t < world->getEntityTypeCount(); ++t)
+    {
+        const orv::EntityType* type = world->getEntityType(t);
+        if (manager.getEntityCount() < manager.getMaxEntities() && type->getInstanceCount() < type->getMaxCount())
+        {
+            world->createEntity(static_cast<unsigned int>(t));
+        }
+    }
+    if (manager.getEntityCount() > 0)
+    {
+        world->destroyEntity(manager.getEntity(manager.getEntityCount() / 2)->getHandle());
+    }
+    processor.update(0.04);
+    processor.finish();
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
+{
+    static const bool started = startLibrary();
+    (void)started;
+    if (!orv::Simulation::checkBinaryData(data, size))
+    {
+        return 0;
+    }
+    orv::Simulation* world = new orv::Simulation(4, 0);
+    orv::Simulation::importFromValidatedBinaryData(data, size, *world);
+    useLoadedWorld(world);
+    return 0;
+}

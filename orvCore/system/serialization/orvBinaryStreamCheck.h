@@ -1,0 +1,353 @@
+// orvCore/system/serialization/orvBinaryStreamCheck.h
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <type_traits>
+#include <utility>
+
+#include "math/types/orvQuaternion.h"
+#include "math/types/orvVector2.h"
+#include "math/types/orvVector3.h"
+#include "math/types/orvVector4.h"
+#include "system/containers/orvArray.h"
+#include "system/containers/orvMap.h"
+#include "system/containers/orvPODArray.h"
+#include "system/containers/orvString.h"
+#include "system/inspection/orvRTTI.h"
+#include "system/inspection/orvUuid.h"
+#include "system/serialization/orvBinaryStreamForms.h"
+
+namespace orv
+{
+
+class AbstractAttribute;
+
+/// Walks bytes the way BinaryStream::unpack reads them, without building anything, and refuses what the reader
+/// would trip on: data that ends early, an unknown or uncreatable class, an object whose class does not derive
+/// from what its attribute expects, an attribute count other than the class's, a count larger than the remaining
+/// bytes could hold, ids used inconsistently, a pointer body that the two read passes would not both read, and
+/// nesting past maxDepth. The first refusal stops the walk and keeps its byte offset and reason.
+/// An observer sees the values as they pass, to check what the bytes mean for their owner. One thread at a time.
+class BinaryStreamCheck
+{
+public:
+    /// Objects nested deeper than this, by value or through pointer bodies, are refused.
+    static const unsigned int maxDepth = 64;
+
+    /// Sees the values of a walk, for checks of meaning. Each call may refuse through the check.
+    class IObserver
+    {
+    public:
+        virtual ~IObserver();
+        /// An object read by value begins, with its class and id; getAttribute() is the attribute holding it.
+        virtual void onObjectBegin(BinaryStreamCheck& check, const RTTI& rtti, uint32_t id);
+        /// The object begun last ends.
+        virtual void onObjectEnd(BinaryStreamCheck& check, const RTTI& rtti);
+        /// A 32-bit integer or an entity handle's word of the current attribute.
+        virtual void onWord(BinaryStreamCheck& check, uint32_t word);
+        /// A bool of the current attribute.
+        virtual void onBool(BinaryStreamCheck& check, bool value);
+        /// The element count of a container of the current attribute.
+        virtual void onCount(BinaryStreamCheck& check, uint32_t count);
+        /// A pointer to an inspectable object of the current attribute: its id, 0 for null.
+        virtual void onPointer(BinaryStreamCheck& check, uint32_t id);
+    };
+
+    /// A check of size bytes at data, which it does not own; observer may be null.
+    BinaryStreamCheck(const uint8_t* data, size_t size, IObserver* observer);
+    BinaryStreamCheck(const BinaryStreamCheck&) = delete;
+    BinaryStreamCheck& operator=(const BinaryStreamCheck&) = delete;
+
+    /// Walks one value of type T from the present position, as unpack<T> reads it. False once refused.
+    template <typename T>
+    bool checkValue();
+    /// After the last value: refuses bytes left over and objects reached by pointer that never got a body.
+    bool checkEnd();
+
+    /// True once something was refused.
+    bool isRefused() const { return _refused; }
+    /// Byte offset where the first refusal stood.
+    uint64_t getRefusalOffset() const { return _refusalOffset; }
+    /// Why the first refusal was made; empty while nothing was.
+    const char* getRefusalReason() const { return _refusalReason.c_str(); }
+    /// Refuses at the present position, with a printf-style reason; only the first refusal is kept. Always false.
+    bool refuse(const char* format, ...);
+    /// Refuses at offset, with a printf-style reason; only the first refusal is kept. Always false.
+    bool refuseAt(uint64_t offset, const char* format, ...);
+
+    /// Offset of the next byte to walk.
+    uint64_t getPosition() const { return _position; }
+    /// Bytes not walked yet.
+    size_t getRemaining() const { return _size - _position; }
+    /// The attribute being walked, innermost first; null at the top.
+    const AbstractAttribute* getAttribute() const { return _attribute; }
+    /// The class of the object that id stands for, or null while the id is unknown.
+    const RTTI* getClassOfId(uint32_t id) const;
+
+    /// Walks one inspectable object by value of class rtti: id, attribute count, attributes.
+    bool checkObject(const RTTI& rtti);
+    /// Walks a pointer to an inspectable object whose class must derive from expected.
+    bool checkInspectablePointer(const RTTI* expected);
+    /// Walks a pointer to a value of a base type whose body is checked by checkBody; kind tells the types apart.
+    bool checkBaseTypePointer(const void* kind, bool (*checkBody)(BinaryStreamCheck&));
+    /// Walks a container count whose elements take at least elementBytes each; false when they could not fit.
+    bool checkCount(uint32_t& count, size_t elementBytes);
+    /// Walks size bytes into data, or refuses when fewer remain.
+    bool readBytes(void* data, size_t size);
+    /// Walks size bytes, or refuses when fewer remain.
+    bool skipBytes(size_t size);
+
+    /// The fewest bytes a value of type T takes on the stream.
+    template <typename T>
+    static size_t minimumBytes();
+
+private:
+    /// What an id stands for so far.
+    struct IdRecord
+    {
+        /// Class of the object; null for a base-type value or an unknown id.
+        const RTTI* _rtti = nullptr;
+        /// The base type of a base-type value; null otherwise.
+        const void* _baseKind = nullptr;
+        /// Where the id was first met, for refusals found at the end.
+        uint64_t _firstOffset = 0;
+        /// 0 unknown, 1 object read by value, 2 instance made for a pointer with its body, 3 instance made for a
+        /// pointer without body (waits for an object by value), 4 base-type value.
+        uint8_t _state = 0;
+    };
+
+    template <typename T>
+    static bool checkBodyOf(BinaryStreamCheck& check);
+    static size_t minimumObjectBytes(const RTTI& rtti);
+    bool checkObjectBody(const RTTI& rtti, uint32_t pointerId);
+    IdRecord* recordOf(uint32_t id);
+
+    const uint8_t* _data;
+    size_t _size;
+    size_t _position = 0;
+    IObserver* _observer;
+    const AbstractAttribute* _attribute = nullptr;
+    unsigned int _depth = 0;
+    bool _refused = false;
+    uint64_t _refusalOffset = 0;
+    OrvString _refusalReason;
+    PODArray<IdRecord> _ids;
+    PODArray<uint32_t> _openIds;
+};
+
+/// Type tests of the check; not for direct use.
+namespace binaryStreamCheckDetail
+{
+
+template <typename T>
+struct IsArray : std::false_type
+{
+};
+template <typename T>
+struct IsArray<Array<T>> : std::true_type
+{
+    typedef T Element;
+};
+template <typename T>
+struct IsArray<PODArray<T>> : std::true_type
+{
+    typedef T Element;
+};
+template <typename T>
+struct IsMap : std::false_type
+{
+};
+template <typename K, typename V>
+struct IsMap<OrvMap<K, V>> : std::true_type
+{
+    typedef K Key;
+    typedef V Value;
+};
+template <typename T>
+struct IsPair : std::false_type
+{
+};
+template <typename A, typename B>
+struct IsPair<std::pair<A, B>> : std::true_type
+{
+};
+
+/// One object per base type, whose address tells the base types apart.
+template <typename T>
+struct BaseKind
+{
+    static const char tag;
+};
+template <typename T>
+const char BaseKind<T>::tag = 0;
+
+} // namespace binaryStreamCheckDetail
+
+template <typename T>
+size_t BinaryStreamCheck::minimumBytes()
+{
+    using namespace binaryStreamDetail;
+    using namespace binaryStreamCheckDetail;
+    if constexpr (std::is_pointer<T>::value || IsSmartPointer<T>::value)
+    {
+        return sizeof(uint32_t);
+    }
+    else if constexpr (IsInspectable<T>::value)
+    {
+        const RTTI* rtti = T::getClassRTTI();
+        return rtti != nullptr ? minimumObjectBytes(*rtti) : 2 * sizeof(uint32_t);
+    }
+    else if constexpr (IsArray<T>::value || IsMap<T>::value || std::is_same<T, OrvString>::value)
+    {
+        return sizeof(uint32_t);
+    }
+    else if constexpr (IsPair<T>::value)
+    {
+        return minimumBytes<typename T::first_type>() + minimumBytes<typename T::second_type>();
+    }
+    else if constexpr (std::is_same<T, Vector3>::value)
+    {
+        return 3 * sizeof(float);
+    }
+    else if constexpr (IsWordValue<T>::value)
+    {
+        return sizeof(uint32_t);
+    }
+    else
+    {
+        return sizeof(T);
+    }
+}
+
+template <typename T>
+bool BinaryStreamCheck::checkValue()
+{
+    using namespace binaryStreamDetail;
+    using namespace binaryStreamCheckDetail;
+    if (_refused)
+    {
+        return false;
+    }
+    if constexpr (std::is_pointer<T>::value)
+    {
+        typedef std::remove_const_t<std::remove_pointer_t<T>> Pointee;
+        if constexpr (IsInspectable<Pointee>::value)
+        {
+            return checkInspectablePointer(Pointee::getClassRTTI());
+        }
+        else
+        {
+            return checkBaseTypePointer(&BaseKind<Pointee>::tag, &checkBodyOf<Pointee>);
+        }
+    }
+    else if constexpr (IsSmartPointer<T>::value)
+    {
+        return checkInspectablePointer(IsSmartPointer<T>::Pointee::getClassRTTI());
+    }
+    else if constexpr (IsInspectable<T>::value)
+    {
+        const RTTI* rtti = T::getClassRTTI();
+        if (rtti == nullptr)
+        {
+            return refuse("a class of the stream has no descriptor");
+        }
+        return checkObject(*rtti);
+    }
+    else if constexpr (IsArray<T>::value)
+    {
+        typedef typename IsArray<T>::Element Element;
+        uint32_t count = 0;
+        if (!checkCount(count, minimumBytes<Element>()))
+        {
+            return false;
+        }
+        for (uint32_t i = 0; i < count; ++i)
+        {
+            if (!checkValue<Element>())
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+    else if constexpr (IsMap<T>::value)
+    {
+        typedef typename IsMap<T>::Key Key;
+        typedef typename IsMap<T>::Value Value;
+        uint32_t count = 0;
+        if (!checkCount(count, minimumBytes<Key>() + minimumBytes<Value>()))
+        {
+            return false;
+        }
+        for (uint32_t i = 0; i < count; ++i)
+        {
+            if (!checkValue<Key>() || !checkValue<Value>())
+            {
+                return false;
+            }
+        }
+        return true;
+    }
+    else if constexpr (IsPair<T>::value)
+    {
+        return checkValue<typename T::first_type>() && checkValue<typename T::second_type>();
+    }
+    else if constexpr (std::is_same<T, OrvString>::value)
+    {
+        uint32_t length = 0;
+        return checkCount(length, 1) && skipBytes(length);
+    }
+    else if constexpr (std::is_same<T, Vector2>::value)
+    {
+        return skipBytes(2 * sizeof(float));
+    }
+    else if constexpr (std::is_same<T, Vector3>::value)
+    {
+        return skipBytes(3 * sizeof(float));
+    }
+    else if constexpr (std::is_same<T, Vector4>::value || std::is_same<T, Quaternion>::value)
+    {
+        return skipBytes(4 * sizeof(float));
+    }
+    else if constexpr (std::is_same<T, bool>::value)
+    {
+        unsigned char byte = 0;
+        if (!readBytes(&byte, 1))
+        {
+            return false;
+        }
+        if (_observer != nullptr)
+        {
+            _observer->onBool(*this, byte != 0);
+        }
+        return !_refused;
+    }
+    else if constexpr (IsWordValue<T>::value || (std::is_integral<T>::value && sizeof(T) == sizeof(uint32_t)))
+    {
+        uint32_t word = 0;
+        if (!readBytes(&word, sizeof(word)))
+        {
+            return false;
+        }
+        if (_observer != nullptr)
+        {
+            _observer->onWord(*this, word);
+        }
+        return !_refused;
+    }
+    else
+    {
+        static_assert(std::is_arithmetic<T>::value || std::is_same<T, Uuid>::value,
+                      "a value type the binary stream check does not know");
+        return skipBytes(sizeof(T));
+    }
+}
+
+template <typename T>
+bool BinaryStreamCheck::checkBodyOf(BinaryStreamCheck& check)
+{
+    return check.checkValue<T>();
+}
+
+} // namespace orv
