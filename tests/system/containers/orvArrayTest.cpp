@@ -64,7 +64,9 @@ TYPED_TEST(BothArraysTest, EraseMovesTheTailDownAndSetCapacityCutsTheSize)
     std::iota(a.begin(), a.end(), 0);
     EXPECT_EQ(2, *a.erase(a.begin() + 1));
     EXPECT_EQ(5, *a.erase(a.begin() + 1, a.begin() + 4));
-    EXPECT_EQ(a.end(), a.erase(a.end() - 1));
+    // Erasing the last element shrinks the array: read its end only once erase has returned.
+    const auto afterLast = a.erase(a.end() - 1);
+    EXPECT_EQ(a.end(), afterLast);
     EXPECT_EQ((std::vector<int>{0, 5, 6, 7, 8}), std::vector<int>(a.begin(), a.end()));
     a.set_capacity(3);
     EXPECT_EQ((std::vector<int>{0, 5, 6}), std::vector<int>(a.begin(), a.end()));
@@ -78,8 +80,11 @@ TYPED_TEST(BothArraysTest, ElementsOfTheBlockItselfSurviveTheGrowthTheyCause)
     // Full block: each call reallocates, and the value comes from the block being released.
     TypeParam a(8, 0);
     std::iota(a.begin(), a.end(), 0);
-    EXPECT_EQ(a.begin() + 2, a.insert(a.begin() + 2, a[7]));
-    EXPECT_EQ(a.begin() + 9, a.insert(a.end(), 3, a[0]));
+    // Each insert moves the block: read its begin only once insert has returned.
+    const auto inserted = a.insert(a.begin() + 2, a[7]);
+    EXPECT_EQ(a.begin() + 2, inserted);
+    const auto filled = a.insert(a.end(), 3, a[0]);
+    EXPECT_EQ(a.begin() + 9, filled);
     EXPECT_EQ((std::vector<int>{0, 1, 7, 2, 3, 4, 5, 6, 7, 0, 0, 0}), std::vector<int>(a.begin(), a.end()));
     TypeParam b(8, 0);
     std::iota(b.begin(), b.end(), 100);
