@@ -1,6 +1,8 @@
 // examples/orvWanderContext.cpp
 #include "orvWanderContext.h"
 
+#include "system/inspection/orvInspectable.h"
+
 namespace orvdemo
 {
 

@@ -21,6 +21,7 @@
 #include "knowledgeBase/orvKBContext.h"
 #include "math/types/orvInterval.h"
 #include "system/containers/orvIndexTriplet.h"
+#include "system/inspection/orvInspectable.h"
 #include "system/inspection/orvRTTI.h"
 #include "system/inspection/orvReferenceCounter.h"
 #include "system/utils/orvStringUtils.h"

@@ -1,26 +1,28 @@
 // orvCore/behavior/engine/orvBehaviorGraph.h
 #pragma once
 
-#include "system/inspection/orvInspectable.h"
+#include "system/inspection/orvClassDescriptor.h"
 
 namespace orv
 {
 
-/// The behaviours run by every entity of one type, with per-slot data sized for the type's maximum count.
+/// The behaviour graph of one entity type, held by value by the type. Today it holds no behaviour: it counts the
+/// type's slots, up to the highest one used, and its maximum count. Changed on the host thread only.
 class BehaviorGraph
 {
     ORV_DECLARE_RTTI(BehaviorGraph)
 
 public:
-    /// A graph whose per-slot data can hold maxEntityCount entities.
+    /// A graph for a type of at most maxEntityCount entities.
     explicit BehaviorGraph(int maxEntityCount = 0);
     virtual ~BehaviorGraph();
 
-    /// Makes room for the per-slot data of a slot used for the first time.
+    /// Raises the slot count to slot + 1 when the slot is beyond it. Called by the entity type for a new slot.
     void addEntityToBehaviors(int slot);
 
-    /// Slots that have been given per-slot data so far.
+    /// One more than the highest slot given so far, or 0.
     int getEntitySlotCount() const { return _entitySlotCount; }
+    /// The maximum entity count given at construction.
     int getMaxEntityCount() const { return _maxEntityCount; }
 
 private:

@@ -1,6 +1,8 @@
 // orvCore/engine/ground/orvGroundManager.cpp
 #include "engine/ground/orvGroundManager.h"
 
+#include "system/inspection/orvAttribute.h"
+
 namespace orv
 {
 

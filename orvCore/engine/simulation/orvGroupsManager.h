@@ -1,7 +1,7 @@
 // orvCore/engine/simulation/orvGroupsManager.h
 #pragma once
 
-#include "system/inspection/orvInspectable.h"
+#include "system/inspection/orvClassDescriptor.h"
 
 #include "engine/simulation/orvEntityHandle.h"
 
@@ -11,34 +11,40 @@ namespace orv
 class Group;
 class Simulation;
 
-/// The groups of a simulation, kept by the same handle scheme as the entities, with the group bit set.
+/// The place of a simulation's groups. Today it holds no group and keeps only its capacity: the count is 0, no
+/// handle is valid, lookups give null and the other operations do nothing. Owned by its simulation; host thread,
+/// and the simulation's blocking batches.
 class GroupsManager
 {
     ORV_DECLARE_VALUE_RTTI(GroupsManager)
 
 public:
+    /// A manager with room for capacity groups.
     explicit GroupsManager(int capacity);
 
-    /// Runs the contexts' component initialisation of one group.
+    /// Does nothing: there is no group to initialise.
     void initGroup(EntityHandle handle);
-    /// Destroys every group.
+    /// Does nothing: there is no group to destroy.
     void reset();
-    /// Per-frame bookkeeping of every group, at the end of the frame.
+    /// Does nothing; called at the end of each frame by Simulation::postUpdateBatch.
     void updateGroups();
     /// Sets the capacity.
     void setMaxGroups(int capacity);
 
-    /// True for the handle of a live group.
+    /// False for every handle: no group lives.
     bool isValidEntityHandle(EntityHandle handle) const;
-    /// The group of a handle, or null.
+    /// Null for every handle.
     Group* getGroup(EntityHandle handle) const;
-    /// The group at a dense index.
+    /// Null for every dense index.
     Group* getGroup(int denseIndex) const;
+    /// Groups alive: 0.
     int getGroupCount() const { return 0; }
+    /// The capacity.
     int getMaxGroups() const { return _maxGroups; }
     /// Groups are not paused one by one: false for every handle.
     bool isPaused(EntityHandle) const { return false; }
 
+    /// Set by the simulation that owns the manager.
     void setSimulation(Simulation* simulation) { _simulation = simulation; }
 
 private:

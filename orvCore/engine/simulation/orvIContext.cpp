@@ -3,6 +3,8 @@
 
 #include "engine/simulation/orvSimulation.h"
 #include "system/debug/orvAssert.h"
+#include "system/inspection/orvAccessorsAttribute.h"
+#include "system/inspection/orvAttribute.h"
 #include "system/log/orvCoreLog.h"
 
 namespace orv

@@ -1,7 +1,7 @@
 // orvCore/math/types/orvInterval.h
 #pragma once
 
-#include "system/inspection/orvInspectable.h"
+#include "system/inspection/orvClassDescriptor.h"
 
 namespace orv
 {
@@ -102,6 +102,7 @@ private:
 
 ORV_IMPLEMENT_TEMPLATE_RTTI(Interval, "08e58c6e-7cff-42bc-9a5c-3b959a03d00a", "orv::Interval")
 
+// Instantiated where the class is registered, whose source includes the attribute classes.
 template <class T>
 void Interval<T>::addAttributes()
 {

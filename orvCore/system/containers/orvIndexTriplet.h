@@ -1,11 +1,16 @@
 // orvCore/system/containers/orvIndexTriplet.h
 #pragma once
 
+#include <cstdint>
+
 #include "system/debug/orvAssert.h"
-#include "system/inspection/orvInspectable.h"
+#include "system/inspection/orvClassDescriptor.h"
 
 namespace orv
 {
+
+template <typename T, typename Owner>
+class ContainerAccessorsAttribute;
 
 /// Three indices kept together, as the corners of a triangle.
 template <typename T>
@@ -51,6 +56,7 @@ private:
 
 ORV_IMPLEMENT_TEMPLATE_RTTI(IndexTriplet, "1510e4ff-00e2-487c-9fc3-c0160eef657d", "orv::IndexTriplet")
 
+// Instantiated where the class is registered, whose source includes the attribute classes.
 template <typename T>
 void IndexTriplet<T>::addAttributes()
 {

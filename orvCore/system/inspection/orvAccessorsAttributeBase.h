@@ -2,6 +2,8 @@
 #pragma once
 
 #include "system/inspection/orvAbstractAttributeT.h"
+// Attributes are added through RTTI::addAttribute, which holds their value types' descriptors.
+#include "system/inspection/orvRTTIAccessor.h"
 
 namespace orv
 {

@@ -4,6 +4,8 @@
 #include <type_traits>
 
 #include "system/inspection/orvAbstractAttributeT.h"
+// Attributes are added through RTTI::addAttribute, which holds their value types' descriptors.
+#include "system/inspection/orvRTTIAccessor.h"
 
 namespace orv
 {

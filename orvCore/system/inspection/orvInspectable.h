@@ -1,8 +1,9 @@
 // orvCore/system/inspection/orvInspectable.h
 #pragma once
 
-// What a class header needs to declare itself inspectable and list its attributes.
+// What a source needs to list a class's attributes: the descriptor and every attribute class. A header that only
+// declares a descriptor includes system/inspection/orvClassDescriptor.h instead.
 #include "system/inspection/orvAccessorsAttribute.h"
 #include "system/inspection/orvAttribute.h"
+#include "system/inspection/orvClassDescriptor.h"
 #include "system/inspection/orvContainerAccessorsAttribute.h"
-#include "system/inspection/orvRTTI.h"

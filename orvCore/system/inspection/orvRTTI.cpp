@@ -346,6 +346,16 @@ void* RTTI::createInstance(const Uuid& typeID)
     return entry->_value->create();
 }
 
+bool RTTI::canCreateInstance(const Uuid& typeID)
+{
+    if (_rttiFactory == nullptr)
+    {
+        return false;
+    }
+    OrvMap<Uuid, IRTTICreator*>::const_iterator entry = _rttiFactory->find(typeID);
+    return entry != _rttiFactory->end() && entry->_value != nullptr;
+}
+
 const OrvMap<OrvStaticString, Uuid>& RTTI::getTypeNameToTypeID()
 {
     orvAssert(_typeNameToTypeID != nullptr);

@@ -46,6 +46,7 @@ uint64_t getRTTIConcatBufferIndex();
 class IRTTICreator
 {
 public:
+    /// Creators are deleted through this interface, by the descriptor that owns them.
     virtual ~IRTTICreator();
     /// A new default-constructed instance, owned by the caller.
     virtual void* create() const = 0;
@@ -100,6 +101,8 @@ public:
     static PODArray<const RTTI*> getRTTIs(const Uuid& typeID);
     /// A new instance of typeID's class, owned by the caller; null when unknown or abstract.
     static void* createInstance(const Uuid& typeID);
+    /// True when createInstance would make an instance of typeID's class: it is registered and not abstract.
+    static bool canCreateInstance(const Uuid& typeID);
     /// The registry of identifiers by name.
     static const OrvMap<OrvStaticString, Uuid>& getTypeNameToTypeID();
     /// The registry of descriptors by identifier.
@@ -165,7 +168,7 @@ public:
 
     /// Appends a heap copy of a temporary attribute and holds its value type's descriptor; while removing, deletes
     /// the own attribute of the same normalised name and releases that descriptor.
-    /// A must name its value type ValueType and have a copy constructor.
+    /// A must name its value type ValueType and have a copy constructor; the caller includes orvRTTIAccessor.h.
     template <class A>
     void addAttribute(const A& attribute)
     {
@@ -282,58 +285,15 @@ inline const RTTI* lookUpClassRTTI(RTTI*& rtti, const Uuid& typeID, const char* 
     return rtti;
 }
 
-/// The steps of a one-argument template's createClassRTTI: its identifier is base + argument's, its name
-/// "name<argument>". Holds the argument's descriptor as long as its own.
-template <class C, typename A0>
-void createTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName, IRTTICreator* (*makeCreator)(),
-                             bool withAttributes)
-{
-    RTTIAccessor<A0>::createClassRTTI();
-    const RTTI* argument = RTTIAccessor<A0>::getClassRTTI();
-    const Uuid typeID = Uuid(baseTypeID) + argument->getTypeID();
-    if (isStale(rtti, typeID))
-    {
-        // Composed only when needed: each composition takes room in the type-name buffer.
-        rtti = findOrCreate(nullptr, typeID, RTTIConcat(typeName, argument->getTypeName()), makeCreator);
-    }
-    createClassRTTI<C>(rtti, typeID, rtti->getTypeName(), makeCreator, withAttributes);
-}
-
-/// The steps of a one-argument template's destroyClassRTTI; releases the argument last.
-template <class C, typename A0>
-void destroyTemplateClassRTTI(RTTI*& rtti, bool withAttributes)
-{
-    if (rtti == nullptr)
-    {
-        return;
-    }
-    destroyClassRTTI<C>(rtti, withAttributes);
-    RTTIAccessor<A0>::destroyClassRTTI();
-}
-
-/// The steps of a one-argument template's getClassRTTI; null while the argument has no descriptor.
-template <typename A0>
-const RTTI* lookUpTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName)
-{
-    if (rtti == nullptr)
-    {
-        const RTTI* argument = RTTIAccessor<A0>::getClassRTTI();
-        if (argument != nullptr)
-        {
-            rtti = RTTI::checkBeforeCreate(Uuid(baseTypeID) + argument->getTypeID(),
-                                           RTTIConcat(typeName, argument->getTypeName()));
-        }
-    }
-    return rtti;
-}
-
 } // namespace rttiDetail
 
 } // namespace orv
 
 // The members every inspectable class declares. Put the macro first in the class body, so that getRTTI is the
 // first virtual function; the access is public after it. The class defines addAttributes() in its source:
-// _rtti->addBaseClass<Base>() for each direct base, then one attribute per member, through the two helpers.
+// _rtti->addBaseClass<Base>() for each direct base, then one attribute per member, through the two helpers. The
+// attribute classes are only declared here: that source includes system/inspection/orvInspectable.h. Headers include
+// system/inspection/orvClassDescriptor.h, which adds the template-class macros of orvRTTIAccessor.h.
 #define ORV_DECLARE_RTTI_MEMBERS(ClassName, virtualKeyword)                                                            \
 public:                                                                                                                \
     /** The class's descriptor while registered, else null. */                                                         \
@@ -399,42 +359,3 @@ public:                                                                         
 /// In an abstract class's source, or a class never made from nothing: registered without a creator.
 #define ORV_IMPLEMENT_ABSTRACT_RTTI(ClassName, uuidText, typeName)                                                     \
     ORV_IMPLEMENT_RTTI_WITH_CREATOR(ClassName, uuidText, typeName, &::orv::rttiDetail::makeNoCreator)
-
-/// In the header of a template class of one type argument, after the class: identifier base + argument's,
-/// name "typeName<argument>". The class declares itself with ORV_DECLARE_RTTI or ORV_DECLARE_VALUE_RTTI and
-/// defines addAttributes() in the header too.
-#define ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, creatorFactory)                \
-    template <typename A0>                                                                                             \
-    ::orv::RTTI* ClassTemplate<A0>::_rtti = nullptr;                                                                   \
-    template <typename A0>                                                                                             \
-    void ClassTemplate<A0>::createClassRTTI(bool withAttributes)                                                       \
-    {                                                                                                                  \
-        ::orv::rttiDetail::createTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, baseUuidText, typeName,               \
-                                                                          creatorFactory, withAttributes);             \
-    }                                                                                                                  \
-    template <typename A0>                                                                                             \
-    void ClassTemplate<A0>::destroyClassRTTI(bool withAttributes)                                                      \
-    {                                                                                                                  \
-        ::orv::rttiDetail::destroyTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, withAttributes);                     \
-    }                                                                                                                  \
-    template <typename A0>                                                                                             \
-    const ::orv::RTTI* ClassTemplate<A0>::getClassRTTI()                                                               \
-    {                                                                                                                  \
-        return ::orv::rttiDetail::lookUpTemplateClassRTTI<A0>(_rtti, baseUuidText, typeName);                          \
-    }                                                                                                                  \
-    template <typename A0>                                                                                             \
-    const ::orv::RTTI* ClassTemplate<A0>::getRTTI() const                                                              \
-    {                                                                                                                  \
-        return getClassRTTI();                                                                                         \
-    }
-
-/// A concrete template class, e.g. ORV_IMPLEMENT_TEMPLATE_RTTI(IndexTriplet, "1510e4ff-...", "orv::IndexTriplet").
-#define ORV_IMPLEMENT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                             \
-    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName,                                    \
-                                             &::orv::rttiDetail::makeCreator<ClassTemplate<A0>>)
-
-/// An abstract template class, registered without a creator.
-#define ORV_IMPLEMENT_ABSTRACT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                    \
-    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, &::orv::rttiDetail::makeNoCreator)
-
-#include "system/inspection/orvRTTIAccessor.h"

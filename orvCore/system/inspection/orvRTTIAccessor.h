@@ -1,6 +1,9 @@
 // orvCore/system/inspection/orvRTTIAccessor.h
 #pragma once
 
+// The descriptors of value types (base types, composites, classes of the library) and the registration of template
+// classes, whose identifiers are composed from their arguments' descriptors. Built on orvRTTI.h, never the reverse.
+
 #include <cstdint>
 #include <cstdio>
 #include <type_traits>
@@ -134,6 +137,7 @@ private:
     static inline RTTI* _rtti = nullptr;
 };
 
+/// The accessor of a base type is its holder, filled by createRTTIBaseTypeAccessors.
 #define ORV_RTTI_BASE_TYPE_ACCESSOR(Type)                                                                              \
     template <>                                                                                                        \
     class RTTIAccessor<Type> : public RTTIBaseTypeAccessor<Type>                                                       \
@@ -293,4 +297,92 @@ private:
     typedef RTTICompositeAccessor<std::pair<A, B>, A, B> Holder;
 };
 
+/// Machinery behind the template-class macros; not for direct use.
+namespace rttiDetail
+{
+
+/// The steps of a one-argument template's createClassRTTI: its identifier is base + argument's, its name
+/// "name<argument>". Holds the argument's descriptor as long as its own.
+template <class C, typename A0>
+void createTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName, IRTTICreator* (*makeCreator)(),
+                             bool withAttributes)
+{
+    RTTIAccessor<A0>::createClassRTTI();
+    const RTTI* argument = RTTIAccessor<A0>::getClassRTTI();
+    const Uuid typeID = Uuid(baseTypeID) + argument->getTypeID();
+    if (isStale(rtti, typeID))
+    {
+        // Composed only when needed: each composition takes room in the type-name buffer.
+        rtti = findOrCreate(nullptr, typeID, RTTIConcat(typeName, argument->getTypeName()), makeCreator);
+    }
+    createClassRTTI<C>(rtti, typeID, rtti->getTypeName(), makeCreator, withAttributes);
+}
+
+/// The steps of a one-argument template's destroyClassRTTI; releases the argument last.
+template <class C, typename A0>
+void destroyTemplateClassRTTI(RTTI*& rtti, bool withAttributes)
+{
+    if (rtti == nullptr)
+    {
+        return;
+    }
+    destroyClassRTTI<C>(rtti, withAttributes);
+    RTTIAccessor<A0>::destroyClassRTTI();
+}
+
+/// The steps of a one-argument template's getClassRTTI; null while the argument has no descriptor.
+template <typename A0>
+const RTTI* lookUpTemplateClassRTTI(RTTI*& rtti, const char* baseTypeID, const char* typeName)
+{
+    if (rtti == nullptr)
+    {
+        const RTTI* argument = RTTIAccessor<A0>::getClassRTTI();
+        if (argument != nullptr)
+        {
+            rtti = RTTI::checkBeforeCreate(Uuid(baseTypeID) + argument->getTypeID(),
+                                           RTTIConcat(typeName, argument->getTypeName()));
+        }
+    }
+    return rtti;
+}
+
+} // namespace rttiDetail
+
 } // namespace orv
+
+/// In the header of a template class of one type argument, after the class: identifier base + argument's,
+/// name "typeName<argument>". The class declares itself with ORV_DECLARE_RTTI or ORV_DECLARE_VALUE_RTTI and
+/// defines addAttributes() in the header too.
+#define ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, creatorFactory)                \
+    template <typename A0>                                                                                             \
+    ::orv::RTTI* ClassTemplate<A0>::_rtti = nullptr;                                                                   \
+    template <typename A0>                                                                                             \
+    void ClassTemplate<A0>::createClassRTTI(bool withAttributes)                                                       \
+    {                                                                                                                  \
+        ::orv::rttiDetail::createTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, baseUuidText, typeName,               \
+                                                                          creatorFactory, withAttributes);             \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    void ClassTemplate<A0>::destroyClassRTTI(bool withAttributes)                                                      \
+    {                                                                                                                  \
+        ::orv::rttiDetail::destroyTemplateClassRTTI<ClassTemplate<A0>, A0>(_rtti, withAttributes);                     \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    const ::orv::RTTI* ClassTemplate<A0>::getClassRTTI()                                                               \
+    {                                                                                                                  \
+        return ::orv::rttiDetail::lookUpTemplateClassRTTI<A0>(_rtti, baseUuidText, typeName);                          \
+    }                                                                                                                  \
+    template <typename A0>                                                                                             \
+    const ::orv::RTTI* ClassTemplate<A0>::getRTTI() const                                                              \
+    {                                                                                                                  \
+        return getClassRTTI();                                                                                         \
+    }
+
+/// A concrete template class, e.g. ORV_IMPLEMENT_TEMPLATE_RTTI(IndexTriplet, "1510e4ff-...", "orv::IndexTriplet").
+#define ORV_IMPLEMENT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                             \
+    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName,                                    \
+                                             &::orv::rttiDetail::makeCreator<ClassTemplate<A0>>)
+
+/// An abstract template class, registered without a creator.
+#define ORV_IMPLEMENT_ABSTRACT_TEMPLATE_RTTI(ClassTemplate, baseUuidText, typeName)                                    \
+    ORV_IMPLEMENT_TEMPLATE_RTTI_WITH_CREATOR(ClassTemplate, baseUuidText, typeName, &::orv::rttiDetail::makeNoCreator)

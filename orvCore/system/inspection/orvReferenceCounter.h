@@ -1,7 +1,7 @@
 // orvCore/system/inspection/orvReferenceCounter.h
 #pragma once
 
-#include "system/inspection/orvRTTI.h"
+#include "system/inspection/orvClassDescriptor.h"
 #include "system/thread/orvAtomic.h"
 
 namespace orv

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "system/inspection/orvAttribute.h"
-#include "system/inspection/orvRTTI.h"
+#include "system/inspection/orvClassDescriptor.h"
 #include "system/inspection/orvReferenceCounter.h"
 
 namespace orv

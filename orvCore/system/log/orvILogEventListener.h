@@ -10,7 +10,9 @@ class LogEvent;
 class ILogEventListener
 {
 public:
+    /// Listeners may be deleted through this interface; remove them from their logs first.
     virtual ~ILogEventListener() = default;
+    /// One event, on the thread that logged it, under the global log mutex.
     virtual void onLogEvent(const LogEvent& event) = 0;
 };
 

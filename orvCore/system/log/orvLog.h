@@ -15,13 +15,16 @@ namespace orv
 class Log
 {
 public:
+    /// An empty log with filter LOG_INFO, entered in the registry of live logs when it exists.
     Log();
+    /// Leaves the registry; the listeners are not told.
     virtual ~Log();
 
     /// Passes one event to every listener, in list order. Does not filter: the call sites do.
     void trace(LogSeverity::Value severity, const char* fileName, int line, const char* operationName,
                const char* message);
 
+    /// The listener list, not locked: change it while no thread logs to this log. Does not take ownership.
     void addLogEventListener(ILogEventListener* listener);
     void removeLogEventListener(ILogEventListener* listener);
     bool hasLogEventListener(ILogEventListener* listener) const;

@@ -18,8 +18,10 @@ public:
           _message(message)
     {
     }
+    /// Events may be extended by a derived class.
     virtual ~LogEvent() = default;
 
+    /// The fields as given to Log::trace: the log, severity, source file, line, operation and message.
     Log* getLog() const { return _log; }
     LogSeverity::Value getSeverity() const { return _severity; }
     const char* getFileName() const { return _fileName; }

@@ -23,6 +23,7 @@ public:
     const orv::RTTI* getAttributeRTTI() const override { return orv::RTTIAccessor<T>::getClassRTTI(); }
     void pack(orv::BinaryStream&, const void*) const override {}
     void unpack(orv::BinaryStream&, void*) const override {}
+    bool check(orv::BinaryStreamCheck&) const override { return true; }
     void pack(orv::XMLStream&, orv::DataItem&, const void*) const override {}
     void unpack(orv::XMLStream&, const orv::DataItem&, void*) const override {}
 };
@@ -238,6 +239,17 @@ TEST_F(RTTIDeathTest, ANullIdentifierOrNameIsFatal)
 {
     EXPECT_DEATH(RTTI::create(Uuid(), "orvtest::Null", nullptr), "!typeID.isNull\\(\\)");
     EXPECT_DEATH(RTTI::create(Uuid("ea81a9d8-28ce-4244-85f8-314c79a15502"), nullptr, nullptr), "name != 0");
+}
+
+TEST_F(RTTIDeathTest, RegisteringAClassBeforeInitCoreIsFatal)
+{
+    // The child stops the library the fixture started, which leaves it where a host stands before initCore.
+    EXPECT_DEATH(
+        {
+            orv::finishCore();
+            Bird::createClassRTTI(true);
+        },
+        "the class registries are not allocated, for RTTI orvtest::Bird");
 }
 
 TEST_F(RTTIDeathTest, AFullTypeNameBufferIsFatal)
