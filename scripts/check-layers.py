@@ -44,7 +44,17 @@ LAYERS = [
         "descriptors and streams",
         ["system/inspection/", "system/serialization/", "system/dataItem/", "system/xml/"],
     ),
-    ("engine", ["engine/", "physics/"]),
+    (
+        "engine",
+        [
+            "engine/",
+            "physics/",
+            # Held by value by the engine (a type's behaviour graph, the world's and each type's knowledge): their
+            # headers must be complete where the engine declares its classes, so they sit with the engine.
+            "behavior/engine/orvBehaviorGraph.",
+            "knowledgeBase/orvKnowledgeBase.",
+        ],
+    ),
     ("behaviour and knowledge", ["behavior/", "knowledgeBase/"]),
     ("animation and assets", ["animation/", "assetManagement/", "graphicalEditorNodes/"]),
     ("library start", ["orvCore.h", "orvCore.cpp"]),
