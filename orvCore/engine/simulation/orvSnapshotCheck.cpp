@@ -111,7 +111,8 @@ public:
     {
         Frame frame;
         const AbstractAttribute* holder = check.getAttribute();
-        if (holder == nullptr && rtti.isDerivedFrom<Simulation>())
+        const ClassKind kind = kindOf(rtti);
+        if (holder == nullptr && kind == WORLD)
         {
             if (_rootId != 0)
             {
@@ -141,7 +142,7 @@ public:
             record._offset = check.getPosition();
             _entryRecords.push_back(record);
         }
-        else if (rtti.isDerivedFrom<AbstractEntityType>())
+        else if (kind == ENTITY_TYPE)
         {
             frame._kind = Frame::TYPE;
             frame._index = static_cast<uint32_t>(_typeRecords.size());
@@ -150,7 +151,7 @@ public:
             _typeRecords.back()._offset = check.getPosition();
             _typeIndexOfId.insert(id, frame._index);
         }
-        else if (rtti.isDerivedFrom<IContext>())
+        else if (kind == CONTEXT)
         {
             frame._kind = Frame::CONTEXT;
             frame._index = static_cast<uint32_t>(_contextRecords.size());
@@ -300,6 +301,47 @@ public:
     }
 
 private:
+    enum ClassKind
+    {
+        OTHER_CLASS,
+        WORLD,
+        ENTITY_TYPE,
+        CONTEXT
+    };
+
+    struct ClassRecord
+    {
+        const RTTI* _rtti;
+        ClassKind _kind;
+    };
+
+    // A derivation test walks the bases; a world has a handful of classes, so each is classified once.
+    ClassKind kindOf(const RTTI& rtti)
+    {
+        for (size_t i = 0; i < _classes.size(); ++i)
+        {
+            if (_classes[i]._rtti == &rtti)
+            {
+                return _classes[i]._kind;
+            }
+        }
+        ClassKind kind = OTHER_CLASS;
+        if (rtti.isDerivedFrom<Simulation>())
+        {
+            kind = WORLD;
+        }
+        else if (rtti.isDerivedFrom<AbstractEntityType>())
+        {
+            kind = ENTITY_TYPE;
+        }
+        else if (rtti.isDerivedFrom<IContext>())
+        {
+            kind = CONTEXT;
+        }
+        _classes.push_back(ClassRecord{&rtti, kind});
+        return kind;
+    }
+
     struct Frame
     {
         enum Kind
@@ -624,6 +666,7 @@ private:
     Value _reserved;
     Value _entityCount;
     Value _entryCount;
+    PODArray<ClassRecord> _classes;
     PODArray<Frame> _frames;
     PODArray<EntryRecord> _entryRecords;
     PODArray<EntityRecord> _entityRecords;

@@ -140,6 +140,34 @@ BinaryStreamCheck::IdRecord* BinaryStreamCheck::recordOf(uint32_t id)
     return &_ids[id];
 }
 
+size_t BinaryStreamCheck::attributesOf(const RTTI& rtti)
+{
+    // A world has a handful of classes and meets them in runs: the last one found is the usual answer.
+    if (_lastList < _attributeListOfClass.size() && _attributeListOfClass[_lastList]._rtti == &rtti)
+    {
+        return _attributeListOfClass[_lastList]._first;
+    }
+    for (size_t i = 0; i < _attributeListOfClass.size(); ++i)
+    {
+        if (_attributeListOfClass[i]._rtti == &rtti)
+        {
+            _lastList = i;
+            return _attributeListOfClass[i]._first;
+        }
+    }
+    AttributeList list;
+    list._rtti = &rtti;
+    list._first = _attributeLists.size();
+    const unsigned int count = rtti.getAttributesCount();
+    for (unsigned int i = 0; i < count; ++i)
+    {
+        _attributeLists.push_back(rtti.getAttribute(i));
+    }
+    _lastList = _attributeListOfClass.size();
+    _attributeListOfClass.push_back(list);
+    return list._first;
+}
+
 bool BinaryStreamCheck::readBytes(void* data, size_t size)
 {
     if (_refused)
@@ -214,7 +242,6 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
     {
         return refuseAt(offset, "objects nest deeper than %u", maxDepth);
     }
-    bool opened = false;
     if (pointerId != 0)
     {
         // The body of an object reached by pointer carries the pointer's id again.
@@ -223,8 +250,6 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
             return refuseAt(offset, "a body of id %u follows a pointer of id %u", static_cast<unsigned int>(id),
                             static_cast<unsigned int>(pointerId));
         }
-        _openIds.push_back(id);
-        opened = true;
     }
     else if (id != 0)
     {
@@ -245,31 +270,14 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
                                 static_cast<unsigned int>(id), rtti.getTypeName(), record->_rtti->getTypeName());
             }
             break;
-        case ID_BY_VALUE:
-        {
-            // An object and its first member share an address, and so an id; nothing else may.
-            bool enclosing = false;
-            for (size_t i = 0; i < _openIds.size(); ++i)
-            {
-                enclosing = enclosing || _openIds[i] == id;
-            }
-            if (!enclosing)
-            {
-                return refuseAt(offset, "id %u is given to two objects", static_cast<unsigned int>(id));
-            }
-            break;
-        }
         default:
             return refuseAt(offset, "id %u is given to two objects", static_cast<unsigned int>(id));
         }
-        if (record->_state != ID_BY_VALUE)
-        {
-            record->_rtti = &rtti;
-            record->_state = ID_BY_VALUE;
-            record->_firstOffset = offset;
-        }
-        _openIds.push_back(id);
-        opened = true;
+        // The reader gives an id the address of the last object read under it, and every pointer that address:
+        // an id taken twice by objects read by value would send pointers checked against the first to the second.
+        record->_rtti = &rtti;
+        record->_state = ID_BY_VALUE;
+        record->_firstOffset = offset;
     }
     if (_observer != nullptr)
     {
@@ -277,17 +285,15 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
     }
     ++_depth;
     const AbstractAttribute* holder = _attribute;
+    // An index, not an address: classes met inside may add lists and move the array.
+    const size_t first = attributesOf(rtti);
     for (uint32_t i = 0; i < attributesCount && !_refused; ++i)
     {
-        _attribute = rtti.getAttribute(i);
+        _attribute = _attributeLists[first + i];
         _attribute->check(*this);
     }
     _attribute = holder;
     --_depth;
-    if (opened)
-    {
-        _openIds.pop_back();
-    }
     if (!_refused && _observer != nullptr)
     {
         _observer->onObjectEnd(*this, rtti);

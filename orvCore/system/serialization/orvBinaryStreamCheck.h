@@ -122,6 +122,15 @@ private:
     static size_t minimumObjectBytes(const RTTI& rtti);
     bool checkObjectBody(const RTTI& rtti, uint32_t pointerId);
     IdRecord* recordOf(uint32_t id);
+    /// Where the attributes of rtti start in _attributeLists, in stream order; listed once per class and walk.
+    size_t attributesOf(const RTTI& rtti);
+
+    /// One class's attributes in _attributeLists.
+    struct AttributeList
+    {
+        const RTTI* _rtti;
+        size_t _first;
+    };
 
     const uint8_t* _data;
     size_t _size;
@@ -133,7 +142,9 @@ private:
     uint64_t _refusalOffset = 0;
     OrvString _refusalReason;
     PODArray<IdRecord> _ids;
-    PODArray<uint32_t> _openIds;
+    PODArray<AttributeList> _attributeListOfClass;
+    PODArray<const AbstractAttribute*> _attributeLists;
+    size_t _lastList = 0;
 };
 
 /// Type tests of the check; not for direct use.

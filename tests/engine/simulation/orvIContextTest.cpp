@@ -5,6 +5,7 @@
 
 #include "behavior/engine/orvBehaviorContext.h"
 #include "engine/simulation/orvSimulation.h"
+#include "support/orvBatchQueueDrain.h"
 #include "support/orvCoreTestSupport.h"
 #include "support/orvRecordingContext.h"
 #include "system/log/orvAbstractLogOutputter.h"
@@ -16,6 +17,7 @@ namespace
 
 using orv::IContext;
 using orv::ProcessingBatch;
+using orvtest::drain;
 
 /// A context that takes part in every kind of slice.
 class SlicedContext : public IContext
@@ -59,17 +61,6 @@ public:
 protected:
     void doOutput(const orv::LogEvent& event) override { _messages.push_back(event.getMessage()); }
 };
-
-std::vector<ProcessingBatch> drain(orv::ProcessingBatchQueue& queue)
-{
-    std::vector<ProcessingBatch> batches;
-    while (!queue.empty())
-    {
-        batches.push_back(queue.front());
-        queue.pop();
-    }
-    return batches;
-}
 
 std::vector<std::pair<int, int>> slicesOf(const std::vector<ProcessingBatch>& batches, orv::BatchUpdateMethod method)
 {

@@ -7,6 +7,7 @@
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "knowledgeBase/orvKBContext.h"
+#include "support/orvBatchQueueDrain.h"
 #include "support/orvCoreTestSupport.h"
 #include "support/orvRecordingContext.h"
 
@@ -16,17 +17,7 @@ namespace
 using orv::IContext;
 using orv::ProcessingBatch;
 using orv::Simulation;
-
-std::vector<ProcessingBatch> drain(orv::ProcessingBatchQueue& queue)
-{
-    std::vector<ProcessingBatch> batches;
-    while (!queue.empty())
-    {
-        batches.push_back(queue.front());
-        queue.pop();
-    }
-    return batches;
-}
+using orvtest::drain;
 
 class CountingEvent : public orv::SimulationUserEvent
 {
@@ -325,6 +316,53 @@ TEST_F(SimulationDeathTest, UnknownEntityTypeIsFatal)
     orvtest::useThreadsafeDeathTests();
     Simulation simulation(4, 0);
     EXPECT_DEATH(simulation.getEntityType(0), "entityTypeId < static_cast<int>\\(_entityTypes.size\\(\\)\\)");
+}
+
+TEST_F(SimulationDeathTest, ANegativeEntityTypeIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    Simulation simulation(4, 0);
+    simulation.createEntityType(2);
+    EXPECT_DEATH(simulation.getEntityType(-1), "entityTypeId >= 0");
+}
+
+TEST_F(SimulationDeathTest, InitialisingTwiceIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    Simulation* simulation = addSimulation();
+    EXPECT_DEATH(Simulation::preInitBatch(0.0, simulation, 0, 0), "Simulation has already been initialized");
+}
+
+TEST_F(SimulationDeathTest, ResetOrRemovingAContextWhileInitialisedIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    Simulation* simulation = addSimulation();
+    EXPECT_DEATH(simulation->reset(), "Simulation reset can only be called when Simulation is not initialized");
+    EXPECT_DEATH(simulation->removeContext(simulation->getContextByIndex(0)), "!isInitialized\\(\\)");
+}
+
+TEST_F(SimulationDeathTest, AddingANullContextIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    Simulation simulation(4, 0);
+    EXPECT_DEATH(simulation.addContext(nullptr), "context != NULL");
+}
+
+/// A context that lays down no initialisation of its own, and so stays uninitialised.
+class NeverInitialisedContext : public orvtest::RecordingContext
+{
+public:
+    using RecordingContext::RecordingContext;
+    void enqueueInit(orv::ProcessingBatchQueue&, int, int) override {}
+};
+
+TEST_F(SimulationDeathTest, AContextLeftUninitialisedStopsTheSimulationsInitialisation)
+{
+    orvtest::useThreadsafeDeathTests();
+    Simulation* simulation = new Simulation(4, 0);
+    simulation->addContext(new NeverInitialisedContext(_journal, "lazy"));
+    EXPECT_DEATH(_processor.addSimulation(simulation), "Unable to initialize Simulation");
+    delete simulation;
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "engine/simulation/orvSnapshotCheck.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "support/orvCoreTestSupport.h"
+#include "support/orvLogCapture.h"
 
 namespace
 {
@@ -130,8 +131,7 @@ TEST_F(SnapshotCheckTest, EverySnapshotTheLibraryWritesPasses)
     processor.addSimulation(running);
     processor.update(0.04);
     const Bytes initialised = save(*running);
-    EXPECT_TRUE(Simulation::checkBinaryData(initialised.data(), initialised.size(), &report))
-        << report._reason.c_str();
+    EXPECT_TRUE(Simulation::checkBinaryData(initialised.data(), initialised.size(), &report)) << report._reason.c_str();
     processor.finish();
 }
 
@@ -214,6 +214,15 @@ TEST_F(SnapshotCheckTest, CraftedFilesAreRefusedWithTheirReason)
     EXPECT_FALSE(Simulation::checkBinaryData(unknownClass.data(), unknownClass.size(), &report));
     EXPECT_NE(nullptr, strstr(report._reason.c_str(), "is not a registered class")) << report._reason.c_str();
 
+    // The entities manager, read by value inside the world, given the world's own id: the reader would hand every
+    // pointer to the world the manager's address instead. The generator takes 12 bytes, the world's id, attribute
+    // count, times, frame and flag 29 more.
+    Bytes sharedId = bytes;
+    memcpy(&sharedId[41], &bytes[12], sizeof(uint32_t));
+    EXPECT_FALSE(Simulation::checkBinaryData(sharedId.data(), sharedId.size(), &report));
+    EXPECT_NE(nullptr, strstr(report._reason.c_str(), "is given to two objects")) << report._reason.c_str();
+    EXPECT_EQ(41u, report._offset);
+
     Bytes trailing = bytes;
     trailing.push_back(0);
     EXPECT_FALSE(Simulation::checkBinaryData(trailing.data(), trailing.size(), &report));
@@ -231,8 +240,19 @@ TEST_F(SnapshotCheckTest, ARefusedFileLeavesTheWorldAsItWas)
     const orv::EntityHandle kept = target.createEntity(0);
     orv::getRNG().setSeed(5);
     writeFile(bytes, bytes.size() / 2);
-    EXPECT_FALSE(target.loadAndImportFromBinary(_path.c_str()));
-    EXPECT_FALSE(target.loadAndImportFromBinary((_path + ".missing").c_str()));
+    SnapshotCheckReport report;
+    ASSERT_FALSE(Simulation::checkBinaryData(bytes.data(), bytes.size() / 2, &report));
+    const std::string missing = _path + ".missing";
+    {
+        orvtest::LogCapture log;
+        EXPECT_FALSE(target.loadAndImportFromBinary(_path.c_str()));
+        EXPECT_FALSE(target.loadAndImportFromBinary(missing.c_str()));
+        // The host learns from the error line which file was refused, where and why.
+        const std::string at = "at byte " + std::to_string(report._offset);
+        EXPECT_TRUE(log.hasLine(orv::LogSeverity::LOG_ERROR, {_path.c_str(), at.c_str(), report._reason.c_str()}))
+            << log.describe();
+        EXPECT_TRUE(log.hasLine(orv::LogSeverity::LOG_ERROR, {missing.c_str(), "no such file"})) << log.describe();
+    }
     EXPECT_EQ(5u, orv::getRNG().getSeed());
     EXPECT_EQ(1, target.getEntityTypeCount());
     EXPECT_EQ(8, target.getMaxEntities());
@@ -252,8 +272,13 @@ TEST_F(SnapshotCheckTest, AContextWithoutItsOwnDescriptorIsLeftOutOfTheFile)
     world.addContext(new BareContext());
     buildSmallWorld(world);
     ASSERT_EQ(3, world.getContextCount());
+    orvtest::LogCapture log;
     const Bytes bytes = save(world);
     EXPECT_EQ(3, world.getContextCount());
+    EXPECT_EQ(1, log.countLines(orv::LogSeverity::LOG_WARNING, {"BareContext", "left out", _path.c_str()}))
+        << log.describe();
+    // The library's own contexts have descriptors: only the bare one is named.
+    EXPECT_EQ(1, log.countLines(orv::LogSeverity::LOG_WARNING, {"has no class descriptor"})) << log.describe();
     ASSERT_TRUE(Simulation::checkBinaryData(bytes.data(), bytes.size()));
 
     Simulation loaded(4, 0);
