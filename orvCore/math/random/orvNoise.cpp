@@ -50,9 +50,15 @@ const uint8_t simplex[64][4] = {
     {2, 1, 0, 3}, {0, 0, 0, 0}, {0, 0, 0, 0}, {0, 0, 0, 0}, {3, 1, 0, 2}, {0, 0, 0, 0}, {3, 2, 0, 1}, {3, 2, 1, 0}};
 // clang-format on
 
-// Floor for the cell index; exact at integers, unlike a plain truncation for negative values.
+// Floor for the cell index; exact at integers, unlike a plain truncation for negative values. Past the range of
+// int (or for a NaN) it answers 0: floats there are 256 or more apart, every corner is out of reach of such a point
+// and the noise is 0 either way, but the conversion itself must stay defined.
 inline int fastFloor(float x)
 {
+    if (!(x > -2147483520.0f && x < 2147483520.0f))
+    {
+        return 0;
+    }
     const int truncated = static_cast<int>(x);
     return static_cast<float>(truncated) <= x ? truncated : truncated - 1;
 }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <limits>
 #include <random>
 
 #include "math/random/orvNoise.h"
@@ -89,3 +90,25 @@ TEST(NoiseTest, GivesTheSameValuesOnEveryRun)
 }
 
 } // namespace
+
+TEST(NoiseTest, InputsPastTheRangeOfIntGiveZeroAndNonFiniteOnesStayDefined)
+{
+    const float far = 7.6e13f;
+    for (float x : {far, -far})
+    {
+        EXPECT_EQ(0.0f, orv::sdnoise1(x));
+        EXPECT_EQ(0.0f, orv::sdnoise2(x, x));
+        EXPECT_EQ(0.0f, orv::sdnoise3(x, x, x));
+        EXPECT_EQ(0.0f, orv::sdnoise4(x, x, x, x));
+    }
+    // Under UBSan this is the test: the cell of a NaN or an infinity is computed without an undefined conversion.
+    for (float x : {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()})
+    {
+        const float values[4] = {orv::sdnoise1(x), orv::sdnoise2(x, 0.5f), orv::sdnoise3(x, 0.5f, 0.5f),
+                                 orv::sdnoise4(x, 0.5f, 0.5f, 0.5f)};
+        for (float value : values)
+        {
+            EXPECT_TRUE(std::isnan(value) || value == 0.0f) << value;
+        }
+    }
+}
