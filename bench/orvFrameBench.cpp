@@ -1,11 +1,13 @@
 // Frame throughput of the wander crowd on our pool beside the same work on oneTBB's parallel_for, the cost of an
-// empty frame, and the cost of one parallel run.
+// empty frame, and the cost of one parallel run with the workers spinning or asleep.
 #include <benchmark/benchmark.h>
 
 #include <oneapi/tbb/blocked_range.h>
 #include <oneapi/tbb/global_control.h>
 #include <oneapi/tbb/parallel_for.h>
 
+#include <chrono>
+#include <thread>
 #include <vector>
 
 #include "engine/simulation/orvSimulation.h"
@@ -125,7 +127,8 @@ void doNothing(orv::Time, void*, int, int)
 {
 }
 
-/// One parallel run: waking the workers on the barrier, two empty batches, and joining them.
+/// One parallel run right after another: the launch to the workers spinning on the barrier, two empty batches taken
+/// by whichever threads come first, and the wait for both to end.
 void BM_ParallelRun(benchmark::State& state)
 {
     orvbench::CoreScope core;
@@ -138,5 +141,24 @@ void BM_ParallelRun(benchmark::State& state)
     processor.finish();
 }
 BENCHMARK(BM_ParallelRun)->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
+
+/// One parallel run after an idle millisecond, as a host between frames: the workers have gone from spinning to
+/// sleeping on the barrier, so the launch wakes them through its condition, and the calling thread takes the batches
+/// that a worker still waking does not claim. The idle time is not counted.
+void BM_ParallelRunAfterIdle(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    orv::SimulationsProcessor processor;
+    processor.init(static_cast<int>(state.range(0)));
+    for (auto _ : state)
+    {
+        state.PauseTiming();
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        state.ResumeTiming();
+        processor.processThreadable(&doNothing, nullptr, 1, 1);
+    }
+    processor.finish();
+}
+BENCHMARK(BM_ParallelRunAfterIdle)->Arg(1)->Arg(2)->ArgName("threads")->UseRealTime();
 
 } // namespace

@@ -14,14 +14,6 @@ namespace
 
 const size_t kWorkerStackSize = 1048576;
 
-// Parallel runs are short: the calling thread spins instead of sleeping, easing the core between reads.
-inline void spinPause()
-{
-#if defined(__x86_64__) || defined(__i386__)
-    __builtin_ia32_pause();
-#endif
-}
-
 } // namespace
 
 SimulationsProcessor::SimulationsProcessor() : _logicalCPUsCount(static_cast<int>(getSupportedConcurrentThreadCount()))
@@ -82,6 +74,8 @@ bool SimulationsProcessor::removeSimulation(Simulation* simulation)
 void SimulationsProcessor::processThreadable(BatchUpdateMethod function, void* userData, int lastIndex,
                                              unsigned int batchSize)
 {
+    // A slice of no index would never reach lastIndex: the loop below would only grow the array.
+    orvAssert(batchSize > 0);
     auto appendSlice = [&](int first, int last)
     { _batchQueueForMultithread.push_back(makeBatch(function, userData, false, first, last, 0.0)); };
     if (batchSize == 1)
@@ -144,7 +138,22 @@ void SimulationsProcessor::deallocateEngineBatchQueue()
 
 void SimulationsProcessor::runParallelBatches()
 {
-    _currentBatchToProcess.store(0);
+    if (_workerThreadCount == 0)
+    {
+        // No pool: the batches run here in their order, and no barrier is touched.
+        for (const ProcessingBatch& batch : _batchQueueForMultithread)
+        {
+            batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
+        }
+        _batchQueueForMultithread.clear();
+        return;
+    }
+    // The run is published before its cursor: a thread that reads the new cursor reads this run's array and count.
+    _runBatches.store(_batchQueueForMultithread.begin(), std::memory_order_relaxed);
+    _runBatchCount._value.store(static_cast<uint32_t>(_batchQueueForMultithread.size()), std::memory_order_relaxed);
+    _batchesDoneCount.store(0);
+    ++_runNumber;
+    atomicStoreRelease(_currentBatchToProcess, static_cast<uint64_t>(_runNumber) << 32);
     launchThreadedUpdate();
     consumeBatchQueueTask();
     waitForThreadedUpdateEnd();
@@ -162,8 +171,8 @@ void SimulationsProcessor::launchThreadedUpdate()
     _threadsLaunchFailed = false;
     if (_workerThreadCount > 0)
     {
-        resetThreadDoneCount();
-        waitForThreadedUpdateReady();
+        // A worker that is not back at the barrier yet is not waited for: it joins the run if it comes before the
+        // last claim, and otherwise the run is done without it.
         if (!_launchUpdateProcessBarrier.launch())
         {
             _threadsLaunchFailed = true;
@@ -174,14 +183,31 @@ void SimulationsProcessor::launchThreadedUpdate()
 
 void SimulationsProcessor::consumeBatchQueueTask()
 {
-    const unsigned int size = static_cast<unsigned int>(_batchQueueForMultithread.size());
-    const ProcessingBatch* batches = _batchQueueForMultithread.begin();
-    unsigned int index = _currentBatchToProcess.fetchAndAdd(1);
-    while (index < size)
+    unsigned int batchesRun = 0;
+    uint64_t cursor = atomicLoadAcquire(_currentBatchToProcess);
+    for (;;)
     {
-        const ProcessingBatch& batch = batches[index];
-        batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
-        index = _currentBatchToProcess.fetchAndAdd(1);
+        const uint32_t index = static_cast<uint32_t>(cursor);
+        // Read after the cursor, these belong to the cursor's run or to a later one; a later one's cursor differs,
+        // so the claim below fails and the loop reads again.
+        if (index >= _runBatchCount._value.load(std::memory_order_relaxed))
+        {
+            break;
+        }
+        const ProcessingBatch* batches = _runBatches.load(std::memory_order_relaxed);
+        if (_currentBatchToProcess._value.compare_exchange_weak(cursor, cursor + 1, std::memory_order_acq_rel,
+                                                                std::memory_order_acquire))
+        {
+            const ProcessingBatch& batch = batches[index];
+            batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
+            ++batchesRun;
+            // The run cannot end while this thread's batches are not counted: the next index is in the same run.
+            ++cursor;
+        }
+    }
+    if (batchesRun != 0)
+    {
+        _batchesDoneCount.fetchAndAdd(batchesRun);
     }
 }
 
@@ -189,24 +215,28 @@ void SimulationsProcessor::waitForThreadedUpdateReady()
 {
     if (_workerThreadCount > 0)
     {
-        // No wake-up may be lost on a worker that has not gone to sleep yet.
+        // The stop must wake every worker: a worker that is not back at the barrier yet would miss it and never end.
+        // The spin yields after a while, so that such a worker gets to run even when it shares a core with this one.
+        unsigned int round = 0;
         while (_launchUpdateProcessBarrier.getCurrentThreadsWaiting() != static_cast<unsigned int>(_workerThreadCount))
         {
-            spinPause();
+            spinBackOff(round);
         }
     }
 }
 
 void SimulationsProcessor::waitForThreadedUpdateEnd()
 {
-    if (_workerThreadCount > 0 && !_threadsLaunchFailed)
+    // Every batch is claimed by now; a worker may still run one. Even after a failed launch a worker that was already
+    // awake may have claimed some, so the count is always awaited. Parallel runs are short: spin rather than sleep,
+    // yielding after a while to a worker that shares the core.
+    const uint32_t batchCount = _runBatchCount.load();
+    unsigned int round = 0;
+    while (atomicLoadAcquire(_batchesDoneCount) != batchCount)
     {
-        while (atomicLoadAcquire(_threadsDoneCount) < static_cast<unsigned int>(_workerThreadCount))
-        {
-            spinPause();
-        }
-        _threadedProcessingInProgress = false;
+        spinBackOff(round);
     }
+    _threadedProcessingInProgress = false;
 }
 
 void SimulationsProcessor::updateThreadCount(int threadCount)

@@ -19,7 +19,6 @@ void* WorkerThread::startRoutine(void* simulationsProcessor)
             return nullptr;
         }
         processor->consumeBatchQueueTask();
-        processor->incrementThreadDoneCount();
     }
     orvLogCore(LogSeverity::LOG_INFO,
                "Orvane Engine Thread issue : unable to get a launch signal in the given time (default to infinite).");

@@ -88,6 +88,9 @@ void JobScheduler::uninitialize()
 
 bool JobScheduler::requestJobProcessing(jobprocess_t process, void* data, jobid_t& id)
 {
+    // Before initialize, or after uninitialize, a refusal would read as "every slot is held" and a caller would wait
+    // for a slot that never comes back.
+    orvAssert(_workers != NULL);
     if (_availableRequest == nullptr)
     {
         return false;

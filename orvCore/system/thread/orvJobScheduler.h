@@ -56,7 +56,7 @@ public:
     /// Stops and joins the workers, dropping the jobs they have not started, and frees everything.
     void uninitialize();
     /// Hands process(data) to the next worker in turn and names it in id. False, with nothing changed, when every
-    /// slot is held. May spin while that worker's queue is full.
+    /// slot is held. May spin while that worker's queue is full. Only between initialize and uninitialize: assertion.
     bool requestJobProcessing(jobprocess_t process, void* data, jobid_t& id);
     /// Frees the slot of a finished job, whose id may then come back. False while the job is not done.
     bool releaseJobRequest(jobid_t id);

@@ -4,6 +4,8 @@
 #include <cstring>
 
 #include "system/debug/orvAssert.h"
+#include "system/thread/orvThread.h"
+#include "system/time/orvTimeTick.h"
 
 namespace orv
 {
@@ -39,27 +41,38 @@ bool SynchroBarrier::wait()
         return false;
     }
     ++_currentThreadsWaiting;
-    bool succeeded = true;
     if (_threadCount != 0 && _currentThreadsWaiting >= _threadCount)
     {
-        succeeded = internal_launch();
+        const bool succeeded = internal_launch();
+        pthread_mutex_unlock(&_mutex);
+        return succeeded;
     }
-    else
+    const unsigned int condIndex = _condIndex;
+    const uint64_t releaseCount = _releaseCount.load();
+    pthread_mutex_unlock(&_mutex);
+
+    if (spinForRelease(releaseCount))
     {
-        const unsigned int condIndex = _condIndex;
-        const uint64_t releaseCount = _releaseCount;
-        int result = 0;
-        // A wake-up without a release is possible: sleep again until the release this thread waits for.
-        while (result == 0 && _releaseCount == releaseCount)
-        {
-            result = pthread_cond_wait(&_condition[condIndex], &_mutex);
-        }
-        succeeded = result == 0;
-        if (!succeeded && _releaseCount == releaseCount)
-        {
-            // The thread leaves without a release: it no longer sleeps here.
-            --_currentThreadsWaiting;
-        }
+        return true;
+    }
+
+    if (pthread_mutex_lock(&_mutex) != 0)
+    {
+        return false;
+    }
+    // No release can come between the last look and the sleep: both are under the mutex. _condIndex has not moved
+    // since the call unless a release came, and then the thread does not sleep.
+    int result = 0;
+    // A wake-up without a release is possible: sleep again until the release this thread waits for.
+    while (result == 0 && _releaseCount.load() == releaseCount)
+    {
+        result = pthread_cond_wait(&_condition[condIndex], &_mutex);
+    }
+    const bool succeeded = result == 0;
+    if (!succeeded && _releaseCount.load() == releaseCount)
+    {
+        // The thread leaves without a release: it no longer waits here.
+        --_currentThreadsWaiting;
     }
     pthread_mutex_unlock(&_mutex);
     return succeeded;
@@ -106,13 +119,37 @@ unsigned int SynchroBarrier::getConditionIndex() const
     return condIndex;
 }
 
+bool SynchroBarrier::spinForRelease(uint64_t releaseCount) const
+{
+    if (_spinNanoseconds == 0)
+    {
+        return atomicLoadAcquire(_releaseCount) != releaseCount;
+    }
+    const timetick_t deadline = getTimeTick() + _spinNanoseconds;
+    unsigned int round = 0;
+    for (;;)
+    {
+        // Acquire: what the launcher wrote before its release is visible to the thread that sees the release.
+        if (atomicLoadAcquire(_releaseCount) != releaseCount)
+        {
+            return true;
+        }
+        if (getTimeTick() >= deadline)
+        {
+            return false;
+        }
+        spinBackOff(round);
+    }
+}
+
 bool SynchroBarrier::internal_launch()
 {
     _currentThreadsWaiting = 0;
     const bool succeeded = pthread_cond_broadcast(&_condition[_condIndex]) == 0;
     // Threads that wait again from now on sleep on the other condition, which this broadcast does not touch.
     _condIndex = 1 - _condIndex;
-    ++_releaseCount;
+    // Release: a spinning waiter that sees the new count sees what the launcher wrote before.
+    atomicStoreRelease(_releaseCount, _releaseCount.load() + 1);
     return succeeded;
 }
 

@@ -1,10 +1,15 @@
 // orvCore/system/thread/orvThread.cpp
 #include "system/thread/orvThread.h"
 
+#include <atomic>
 #include <cstring>
 #include <exception>
 #include <system_error>
 #include <unistd.h>
+
+#if defined(__x86_64__) || defined(__i386__)
+#include <immintrin.h>
+#endif
 
 #include "system/debug/orvAssert.h"
 #include "system/thread/orvTaskBase.h"
@@ -115,6 +120,28 @@ void sleepCurrentThread(unsigned int milliseconds)
 void yieldCurrentThread()
 {
     std::this_thread::yield();
+}
+
+void pauseCurrentThread()
+{
+#if defined(__x86_64__) || defined(__i386__)
+    _mm_pause();
+#else
+    std::atomic_signal_fence(std::memory_order_seq_cst);
+#endif
+}
+
+void spinBackOff(unsigned int& round)
+{
+    if (round < kSpinPauseRounds)
+    {
+        ++round;
+        pauseCurrentThread();
+    }
+    else
+    {
+        yieldCurrentThread();
+    }
 }
 
 } // namespace orv

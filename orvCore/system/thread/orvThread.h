@@ -52,4 +52,16 @@ void sleepCurrentThread(unsigned int milliseconds);
 /// Lets the system run another thread before this one goes on.
 void yieldCurrentThread();
 
+/// Rounds of a spin loop that only pause the processor before spinBackOff starts to yield it: about 10 µs of pauses,
+/// a few times the cost of one yield, so that a short wait stays on the core and a long one lets others run.
+const unsigned int kSpinPauseRounds = 512;
+
+/// Tells the processor that the calling thread spins (the x86 pause instruction, tens of nanoseconds; a compiler
+/// barrier elsewhere). Any thread.
+void pauseCurrentThread();
+/// One round of a spin loop: pauses the processor for the first kSpinPauseRounds rounds, then yields it at each
+/// round, so that a thread waited for that shares the core gets to run. round counts the loop's rounds from 0 and is
+/// advanced here. Any thread.
+void spinBackOff(unsigned int& round);
+
 } // namespace orv

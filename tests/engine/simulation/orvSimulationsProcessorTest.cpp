@@ -12,8 +12,18 @@
 #include "system/log/orvCoreLog.h"
 #include "system/log/orvLogEvent.h"
 
-#if defined(__SANITIZE_ADDRESS__)
-// The sanitizer runtime exports this hook; its header does not come with this compiler.
+// A sanitizer runtime owns malloc: count through its hook rather than replace malloc. g++ names the sanitizer by a
+// macro, clang by a feature.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define ORV_TEST_SANITIZED_MALLOC 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#define ORV_TEST_SANITIZED_MALLOC 1
+#endif
+#endif
+
+#if defined(ORV_TEST_SANITIZED_MALLOC)
+// The sanitizer runtime exports this hook; its header does not come with every compiler.
 extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(const volatile void*, size_t),
                                                          void (*freeHook)(const volatile void*));
 #endif
@@ -26,7 +36,7 @@ std::atomic<int> g_allocationCount{0};
 
 } // namespace
 
-#if defined(__SANITIZE_ADDRESS__)
+#if defined(ORV_TEST_SANITIZED_MALLOC)
 namespace
 {
 
@@ -335,6 +345,56 @@ TEST_F(SimulationsProcessorDeathTest, QueueEndingOnANonBlockingBatchIsFatal)
             _processor.consumeEngineBatchQueue();
         },
         "batch queue should always finish with a blocking batch, thus forcing consuming all multithread queue");
+}
+
+} // namespace
+
+namespace
+{
+
+TEST_F(SimulationsProcessorTest, BackToBackRunsOfChangingSizesRunEveryIndexOnce)
+{
+    // Runs follow each other with no pause and their arrays grow and move: a worker that comes late to a run must
+    // neither claim a batch of the next one nor read the array it left.
+    _processor.init(_processor.getLogicalCPUsCount());
+    IndexRecorder recorder;
+    for (int round = 0; round < 2000; ++round)
+    {
+        const int lastIndex = (round * 37) % 1000;
+        const unsigned int batchSize = 1u + static_cast<unsigned int>(round % 5);
+        for (std::atomic<int>& hit : recorder.hits)
+        {
+            hit.store(0);
+        }
+        _processor.processThreadable(&recordSlice, &recorder, lastIndex, batchSize);
+        for (int i = 0; i < 1000; ++i)
+        {
+            ASSERT_EQ(i <= lastIndex ? 1 : 0, recorder.hits[i].load()) << "index " << i << " in round " << round;
+        }
+        if (round % 100 == 99)
+        {
+            // The array goes back to nothing and grows again.
+            _processor.deallocateEngineBatchQueue();
+        }
+    }
+}
+
+TEST_F(SimulationsProcessorDeathTest, ASliceOfNoIndexIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    IndexRecorder recorder;
+    EXPECT_DEATH(_processor.processThreadable(&recordSlice, &recorder, 9, 0), "batchSize > 0");
+}
+
+TEST_F(SimulationsProcessorDeathTest, FinishOverAnUnconsumedQueueIsFatal)
+{
+    orvtest::useThreadsafeDeathTests();
+    EXPECT_DEATH(
+        {
+            _processor.touchSimulationsCollection().addSimulation(new orv::Simulation(4, 0));
+            _processor.finish();
+        },
+        "_batchQueue.empty\\(\\).*\\n.*Batch queue should be empty when requesting enqueueFinish");
 }
 
 } // namespace

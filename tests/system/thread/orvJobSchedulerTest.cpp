@@ -154,6 +154,18 @@ TEST_F(JobSchedulerDeathTest, MisuseOfAnIdIsFatal)
     orv::atomicStoreReleaseBool(_gate, true);
 }
 
+TEST_F(JobSchedulerDeathTest, UseBeforeInitializeOrASecondInitializeIsFatal)
+{
+    orv::jobid_t id;
+    EXPECT_DEATH(_scheduler.requestJobProcessing(incrementJob, &_counter, id), "_workers != NULL");
+    id._id = 0;
+    EXPECT_DEATH(_scheduler.isJobDone(id), "id._id < _jobBufferCount");
+    ASSERT_TRUE(_scheduler.initialize(1, 2));
+    EXPECT_DEATH(_scheduler.initialize(1, 2), "_workers == NULL");
+    _scheduler.uninitialize();
+    EXPECT_DEATH(_scheduler.requestJobProcessing(incrementJob, &_counter, id), "_workers != NULL");
+}
+
 TEST_F(JobSchedulerDeathTest, DestroyingAnInitializedSchedulerIsFatal)
 {
     EXPECT_DEATH(orv::JobScheduler().initialize(1, 2), "_workers == NULL");
