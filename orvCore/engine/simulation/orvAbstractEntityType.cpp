@@ -28,6 +28,8 @@ const EntityHandle AbstractEntityType::_invalidHandle;
 
 AbstractEntityType::AbstractEntityType(int maxCount) : _behaviorGraph(maxCount)
 {
+    // A negative count would turn into a request for nearly 2^64 bytes.
+    orvAssert(maxCount >= 0);
     allocate(maxCount);
 }
 
@@ -105,17 +107,30 @@ void AbstractEntityType::updateEntityHandle(int slot, Entity* entity)
 void AbstractEntityType::resolveEntityHandles(Simulation& simulation)
 {
     EntitiesManager& manager = simulation.touchEntitiesManager();
+    const Array<HandleEntry>& entries = manager.getHandleEntries();
+    Array<Entity>& entities = manager.touchEntities();
     _entities.resize(_entityHandles.size());
     for (size_t slot = 0; slot < _entityHandles.size(); ++slot)
     {
-        // A free slot's zero handle resolves through entry 0, like any other.
-        const HandleEntry& entry = manager.getHandleEntries()[_entityHandles[slot]._index];
-        _entities[slot] = &manager.touchEntities()[entry._contentIndex];
+        // A free slot's zero handle resolves through entry 0, like any other. The tables come from a file: an
+        // index outside them resolves to null rather than being read.
+        Entity* entity = nullptr;
+        const uint32_t handleIndex = _entityHandles[slot]._index;
+        if (handleIndex < entries.size())
+        {
+            const int32_t contentIndex = entries[handleIndex]._contentIndex;
+            if (contentIndex >= 0 && static_cast<size_t>(contentIndex) < entities.size())
+            {
+                entity = &entities[contentIndex];
+            }
+        }
+        _entities[slot] = entity;
     }
 }
 
 void AbstractEntityType::allocate(int capacity)
 {
+    orvAssert(capacity >= 0);
     _entityHandles.set_capacity(capacity);
     _entities.set_capacity(capacity);
     _recycledIndices.set_capacity(capacity);

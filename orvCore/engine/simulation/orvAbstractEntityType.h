@@ -17,27 +17,33 @@ class Group;
 class Simulation;
 
 /// A kind of entity or group. Gives each instance a stable slot, reused last in first out, by which per-entity
-/// data of contexts and behaviours is indexed. Owned by its simulation; changed on the host thread only.
+/// data of contexts and behaviours is indexed. Owned by its simulation; changed on the host thread only, read
+/// from parallel slices.
 class AbstractEntityType
 {
     ORV_DECLARE_ABSTRACT_RTTI(AbstractEntityType)
 
 public:
-    /// A type with room for maxCount instances.
+    /// A type with room for maxCount instances, maxCount >= 0 (fatal otherwise).
     explicit AbstractEntityType(int maxCount);
     virtual ~AbstractEntityType();
 
     /// True for the types of groups.
     virtual bool isGroup() const { return false; }
 
+    /// The owning simulation, not owned; set by it when it creates the type.
     Simulation* getSimulation() const { return _simulation; }
     void setSimulation(Simulation* simulation) { _simulation = simulation; }
+    /// Position of the type in its simulation's array of entity or group types; -1 before it is added.
     int getEntityTypeId() const { return _entityTypeId; }
     void setEntityTypeId(int id) { _entityTypeId = id; }
+    /// The host's name for the type; empty by default.
     const OrvString& getName() const { return _name; }
     void setName(const OrvString& name) { _name = name; }
+    /// The behaviours of the type's instances, with per-slot data; owned by the type.
     const BehaviorGraph& getBehaviorGraph() const { return _behaviorGraph; }
     BehaviorGraph& touchBehaviorGraph() { return _behaviorGraph; }
+    /// Knowledge shared by the type's instances; owned by the type, not saved.
     const KnowledgeBase& getKB() const { return _entityTypeKB; }
     KnowledgeBase& touchKB() { return _entityTypeKB; }
 
@@ -68,12 +74,13 @@ public:
     void removeEntityHandle(int slot);
     /// Points a slot at the instance's new place after a move in the dense array.
     void updateEntityHandle(int slot, Entity* entity);
-    /// Rebuilds the slot pointers from the simulation's entity table, after a load.
+    /// Rebuilds the slot pointers from the simulation's entity table, after a load. A handle or an entry that
+    /// points outside the tables gives a null pointer; nothing outside them is read.
     void resolveEntityHandles(Simulation& simulation);
 
-    /// Sets the capacity of the slot arrays.
+    /// Sets the capacity of the slot arrays, capacity >= 0 (fatal otherwise).
     void allocate(int capacity);
-    /// Capacity of the slot arrays, for loading.
+    /// Capacity of the slot arrays, for loading; the setter requires value >= 0.
     int getEntityArraysCapacity() const { return getMaxCount(); }
     void setEntityArraysCapacity(int value);
 

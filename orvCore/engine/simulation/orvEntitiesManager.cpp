@@ -43,6 +43,72 @@ void linkFreeList(Array<HandleEntry>& entries)
     }
 }
 
+// The free-list rules read the first word of each entry through infoAt(i), so that they serve a live table and
+// the raw words of a saved one alike. The fields are decoded by HandleEntry itself, as the stream does.
+template <typename InfoAt>
+uint32_t findFreeListHeadOf(const InfoAt& infoAt, size_t count)
+{
+    // The chain from the head visits every free entry and then links to 0: the head is the one free entry that
+    // no free entry links to. When entry 0 is free and the head, the last link closes a cycle through it.
+    Array<uint8_t> linked;
+    linked.resize(count, 0);
+    for (size_t i = 0; i < count; ++i)
+    {
+        HandleEntry entry;
+        entry.setHandleInfoAsUint32(infoAt(i));
+        if (entry._active == 0 && entry._nextFreeIndex < count)
+        {
+            linked[entry._nextFreeIndex] = 1;
+        }
+    }
+    for (size_t i = 0; i < count; ++i)
+    {
+        HandleEntry entry;
+        entry.setHandleInfoAsUint32(infoAt(i));
+        if (entry._active == 0 && linked[i] == 0)
+        {
+            return static_cast<uint32_t>(i);
+        }
+    }
+    return 0;
+}
+
+template <typename InfoAt>
+bool isFreeListSoundOf(const InfoAt& infoAt, size_t count, uint32_t head)
+{
+    size_t freeCount = 0;
+    for (size_t i = 0; i < count; ++i)
+    {
+        HandleEntry entry;
+        entry.setHandleInfoAsUint32(infoAt(i));
+        freeCount += entry._active == 0 ? 1 : 0;
+    }
+    if (freeCount == 0)
+    {
+        return head == 0;
+    }
+    Array<uint8_t> visited;
+    visited.resize(count, 0);
+    uint32_t current = head;
+    for (size_t step = 0; step < freeCount; ++step)
+    {
+        if (current >= count || visited[current] != 0)
+        {
+            return false;
+        }
+        HandleEntry entry;
+        entry.setHandleInfoAsUint32(infoAt(current));
+        if (entry._active != 0)
+        {
+            return false;
+        }
+        visited[current] = 1;
+        current = entry._nextFreeIndex;
+    }
+    // Every free entry seen once: the last one must hold the end marker.
+    return current == 0;
+}
+
 } // namespace
 
 EntitiesManager::EntitiesManager(int capacity)
@@ -57,6 +123,8 @@ EntitiesManager::~EntitiesManager() = default;
 
 void EntitiesManager::checkHandle(EntityHandle handle) const
 {
+    // A handle of another simulation, or a forged one, may point past the table.
+    orvAssert(handle._index < _handleEntries.size());
     const unsigned int handleIndex = handle._index;
     orvAssert(_handleEntries[handleIndex]._counter == handle._counter);
     orvAssert(_handleEntries[handleIndex]._active == true);
@@ -64,8 +132,9 @@ void EntitiesManager::checkHandle(EntityHandle handle) const
 
 EntityHandle EntitiesManager::createEntity(unsigned int typeId)
 {
-    const int entityTypeId = static_cast<int>(typeId);
-    orvAssert(entityTypeId < _simulation->getEntityTypeCount());
+    // Compared unsigned: a cast to int would let ids of 2^31 and more through as negative.
+    const unsigned int entityTypeId = typeId;
+    orvAssert(entityTypeId < static_cast<unsigned int>(_simulation->getEntityTypeCount()));
     const int entityIndex = static_cast<int>(_entities.size());
     orvAssertMsg(entityIndex < static_cast<int>(_entities.capacity()),
                  "Can't create a new entity: entity max count (%d) already reached.",
@@ -88,7 +157,9 @@ EntityHandle EntitiesManager::createEntity(unsigned int typeId)
     entity.setHandle(handle);
     entity.setId(_currentEntityId);
     RandomNumberGenerator& processRng = getRNG();
-    entity.touchRNG().setSeed(static_cast<uint32_t>(_entities.size()) * kEntitySeedStride + processRng.getSeed());
+    // The state waits for the entity's first draw: many entities never draw, and the fill is the dearest part of a
+    // creation. The scale below draws from the process-wide generator, not from this one.
+    entity.touchRNG().setSeedLazily(static_cast<uint32_t>(_entities.size()) * kEntitySeedStride + processRng.getSeed());
     ++_currentEntityId;
 
     EntityType* type = _simulation->getEntityType(static_cast<int>(typeId));
@@ -239,6 +310,45 @@ void EntitiesManager::setMaxEntities(int capacity)
     linkFreeList(_handleEntries);
     _currentEntityId = 0;
     _firstFreeHandleEntry = 0;
+}
+
+void EntitiesManager::rebuildFreeListHead()
+{
+    const Array<HandleEntry>& entries = _handleEntries;
+    _firstFreeHandleEntry =
+        findFreeListHeadOf([&entries](size_t i) { return entries[i].getHandleInfoAsUint32(); }, entries.size());
+
+    // Ids are not saved: new ones start above every id present and never below the entity count.
+    int nextId = _currentEntityId;
+    if (nextId < getEntityCount())
+    {
+        nextId = getEntityCount();
+    }
+    for (size_t i = 0; i < _entities.size(); ++i)
+    {
+        if (_entities[i].getId() >= nextId)
+        {
+            nextId = _entities[i].getId() + 1;
+        }
+    }
+    _currentEntityId = nextId;
+}
+
+bool EntitiesManager::isFreeListSound() const
+{
+    const Array<HandleEntry>& entries = _handleEntries;
+    return isFreeListSoundOf([&entries](size_t i) { return entries[i].getHandleInfoAsUint32(); }, entries.size(),
+                             _firstFreeHandleEntry);
+}
+
+uint32_t EntitiesManager::findFreeListHead(const uint32_t* infoWords, size_t count)
+{
+    return findFreeListHeadOf([infoWords](size_t i) { return infoWords[i]; }, count);
+}
+
+bool EntitiesManager::isFreeListSound(const uint32_t* infoWords, size_t count, uint32_t head)
+{
+    return isFreeListSoundOf([infoWords](size_t i) { return infoWords[i]; }, count, head);
 }
 
 } // namespace orv

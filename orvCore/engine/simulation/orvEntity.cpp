@@ -70,37 +70,38 @@ Entity& Entity::operator=(const Entity& other)
     return *this;
 }
 
-int Entity::getGroundAdaptResponsible(const AbstractGround& ground) const
+GroundAdaptResponsible::Value Entity::getGroundAdaptResponsible(const AbstractGround& ground) const
 {
     if (dynamic_cast<const NoGround*>(&ground) != nullptr && !_pathComponent)
     {
-        return 0;
+        return GroundAdaptResponsible::NONE;
     }
     if (_groundAdaptMode == 1)
     {
-        return 4;
+        return GroundAdaptResponsible::DEFAULT_ADAPTATION;
     }
     if (_groundAdaptMode != 2)
     {
-        return 0;
+        return GroundAdaptResponsible::NONE;
     }
     if (!_motionComponent)
     {
-        return 4;
+        return GroundAdaptResponsible::DEFAULT_ADAPTATION;
     }
     if (_motionLocomotion)
     {
-        return _beGroundAdaptUse != 0 ? 3 : 5;
+        return _beGroundAdaptUse != 0 ? GroundAdaptResponsible::LOCOMOTION_WITH_GROUND_ADAPT_BEHAVIOR
+                                      : GroundAdaptResponsible::LOCOMOTION;
     }
     if (_beMotionUse != 0)
     {
-        return 1;
+        return GroundAdaptResponsible::MOTION_BEHAVIOR;
     }
     if (_beGroundAdaptUse == 0)
     {
-        return 4;
+        return GroundAdaptResponsible::DEFAULT_ADAPTATION;
     }
-    return 2;
+    return GroundAdaptResponsible::GROUND_ADAPT_BEHAVIOR;
 }
 
 } // namespace orv

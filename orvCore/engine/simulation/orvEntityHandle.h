@@ -29,6 +29,7 @@ struct EntityHandle
     /// Sets the whole word.
     void setUint32(uint32_t word) { memcpy(static_cast<void*>(this), &word, sizeof(word)); }
 
+    /// Compares the whole word: index, counter and group bit.
     bool operator==(const EntityHandle& other) const { return getUint32() == other.getUint32(); }
     bool operator!=(const EntityHandle& other) const { return getUint32() != other.getUint32(); }
 

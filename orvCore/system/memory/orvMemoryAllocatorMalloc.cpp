@@ -26,6 +26,8 @@ uint16_t readWordBefore(const unsigned char* p)
 
 void* MemoryAllocatorMalloc::allocate(size_t size, size_t align, MemAllocStatId category)
 {
+    // Refused before the divisions below.
+    orvAssert(align != 0);
     const size_t minAlign = getMinimumAlignSupported();
     const size_t internalAlign = align > minAlign ? align : minAlign;
     orvAssert(internalAlign % minAlign == 0);

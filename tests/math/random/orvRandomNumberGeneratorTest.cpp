@@ -3,9 +3,12 @@
 #include <cstdint>
 #include <random>
 #include <sstream>
+#include <string>
 
 #include "math/random/orvRandomNumberGenerator.h"
+#include "support/orvCoreTestSupport.h"
 #include "system/genericPatterns/orvSingleton.h"
+#include "system/serialization/orvBinaryStream.h"
 
 namespace
 {
@@ -59,6 +62,52 @@ TEST(RandomNumberGeneratorTest, DrawsMatchTheStandardTwistAndTemperingFromTheSee
     }
 }
 
+TEST(RandomNumberGeneratorTest, FillStateGivesThePlainLoopsWordsForEverySeed)
+{
+    uint32_t expected[624];
+    uint32_t words[624];
+    // The ends of the seed range, then thousands spread over it by a fixed LCG.
+    uint32_t seeds[5003] = {0u, 1u, 0xFFFFFFFFu};
+    uint32_t x = 12345u;
+    for (int i = 3; i < 5003; ++i)
+    {
+        x = x * 1664525u + 1013904223u;
+        seeds[i] = x;
+    }
+    for (uint32_t seed : seeds)
+    {
+        seedState(seed, expected);
+        RandomNumberGenerator::fillState(seed, words);
+        for (int i = 0; i < RandomNumberGenerator::STATE_LENGTH; ++i)
+        {
+            ASSERT_EQ(expected[i], words[i]) << "seed " << seed << " word " << i;
+        }
+    }
+}
+
+TEST(RandomNumberGeneratorTest, LazySeedingDrawsExactlyAsEagerSeeding)
+{
+    for (uint32_t seed : {0u, 1u, 77u, 0xFFFFFFFFu})
+    {
+        RandomNumberGenerator constructed(seed);
+        RandomNumberGenerator eager(1);
+        eager.setSeed(seed);
+        RandomNumberGenerator lazy(2);
+        lazy.rand();
+        lazy.setSeedLazily(seed);
+        EXPECT_EQ(seed, lazy.getSeed());
+        // A copy taken before the first draw carries the pending seed along.
+        RandomNumberGenerator copy = lazy;
+        for (int i = 0; i < 1500; ++i)
+        {
+            const uint32_t expected = eager.rand();
+            ASSERT_EQ(expected, constructed.rand()) << "seed " << seed << " draw " << i;
+            ASSERT_EQ(expected, lazy.rand()) << "seed " << seed << " draw " << i;
+            ASSERT_EQ(expected, copy.rand()) << "seed " << seed << " draw " << i;
+        }
+    }
+}
+
 TEST(RandomNumberGeneratorTest, SameSeedGivesTheSameSequenceEvenAfterACopyOrASetSeed)
 {
     RandomNumberGenerator rng(42);
@@ -108,6 +157,68 @@ TEST(RandomNumberGeneratorTest, RangedDrawsStayInTheirRange)
     RandomNumberGenerator mirror(5);
     RandomNumberGenerator wide(5);
     EXPECT_EQ(mirror.rand() - 1u, wide.rand(0, 0xFFFFFFFFu));
+}
+
+/// Generators written to and read from a stream, with the library started for their descriptions.
+class RandomNumberGeneratorStreamTest : public orvtest::CoreTest
+{
+protected:
+    /// The bytes that packing the generator gives.
+    static std::string bytesOf(const RandomNumberGenerator& rng)
+    {
+        orv::BinaryStream stream;
+        stream.pack(rng);
+        return stream.getStream().str();
+    }
+    /// Reads a generator saved with the seed over target.
+    static void readSavedSeed(uint32_t seed, RandomNumberGenerator& target)
+    {
+        const std::string bytes = bytesOf(RandomNumberGenerator(seed));
+        orv::BinaryStream stream;
+        stream.importFrom(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+        stream.unpack(target);
+    }
+};
+
+TEST_F(RandomNumberGeneratorStreamTest, SavedBytesDoNotDependOnWhenTheStateWasFilled)
+{
+    RandomNumberGenerator lazy(0);
+    lazy.setSeedLazily(4242u);
+    RandomNumberGenerator eager(0);
+    eager.setSeed(4242u);
+    const std::string bytes = bytesOf(eager);
+    EXPECT_EQ(bytes, bytesOf(lazy));
+    lazy.rand();
+    EXPECT_EQ(bytes, bytesOf(lazy));
+}
+
+TEST_F(RandomNumberGeneratorStreamTest, ReadingASeedKeepsTheStateWhetherFilledOrNot)
+{
+    // Not yet filled: the state still comes from the seed given before the read.
+    RandomNumberGenerator lazy(0);
+    lazy.setSeedLazily(11u);
+    readSavedSeed(99u, lazy);
+    EXPECT_EQ(99u, lazy.getSeed());
+    RandomNumberGenerator fromEleven(11u);
+    for (int i = 0; i < 700; ++i)
+    {
+        ASSERT_EQ(fromEleven.rand(), lazy.rand()) << i;
+    }
+
+    // Filled and part-way through: the sequence goes on from where it stood.
+    RandomNumberGenerator drawn(11u);
+    RandomNumberGenerator mirror(11u);
+    for (int i = 0; i < 30; ++i)
+    {
+        drawn.rand();
+        mirror.rand();
+    }
+    readSavedSeed(99u, drawn);
+    EXPECT_EQ(99u, drawn.getSeed());
+    for (int i = 0; i < 700; ++i)
+    {
+        ASSERT_EQ(mirror.rand(), drawn.rand()) << i;
+    }
 }
 
 TEST(RandomNumberGeneratorDeathTest, GetRngBeforeStartUpIsFatal)

@@ -84,4 +84,10 @@ TEST(MemoryAllocatorMallocDeathTest, AlignmentThatIsNotEvenIsFatal)
     EXPECT_DEATH(allocator.allocate(8, 3, 0), "internalAlign % minAlign == 0");
 }
 
+TEST(MemoryAllocatorMallocDeathTest, AlignmentOfZeroIsFatalBeforeAnyDivision)
+{
+    orv::MemoryAllocatorMalloc allocator;
+    EXPECT_DEATH(allocator.allocate(8, 0, 0), "align != 0");
+}
+
 } // namespace
