@@ -43,6 +43,7 @@ public:
     /// Back to the state of a new object; only while not initialised.
     void reset();
 
+    /// True between the end of its initialisation and its finish. Any thread, between frames.
     bool isInitialized() const { return _initialized; }
     /// True while the simulation is initialised and so steps with its collection.
     bool isRunning() const { return _initialized; }
@@ -54,12 +55,15 @@ public:
     /// Simulated time at the start of the frame before; -1 before the first frame.
     Time getPreviousDuration() const { return _previousDuration; }
 
+    /// The managers the world owns by value: entities, groups, ground. The touch twins are for the host thread
+    /// between frames, and for contexts' slices on the entities of their own range.
     const EntitiesManager& getEntitiesManager() const { return _entitiesManager; }
     EntitiesManager& touchEntitiesManager() { return _entitiesManager; }
     const GroupsManager& getGroupsManager() const { return _groupsManager; }
     GroupsManager& touchGroupsManager() { return _groupsManager; }
     const GroundManager& getGroundManager() const { return _groundManager; }
     GroundManager& touchGroundManager() { return _groundManager; }
+    /// The collection that holds and owns this world, or null; set by the collection on adding, nulled on removal.
     SimulationsCollection* getSimulationsCollection() const { return _simulationsCollection; }
     void setSimulationsCollection(SimulationsCollection* collection) { _simulationsCollection = collection; }
 
@@ -161,6 +165,8 @@ public:
     /// Rebuilds every entity type's pointers to its entities from the handle tables, whatever the value.
     void setResolveEntityTypeEntities(bool value);
 
+    /// The batch functions the world lays down; userData is the Simulation. All run alone on the processor's
+    /// calling thread, except initEntityBatch and initGroupBatch, which run on the pool for one entity or group each.
     static void preInitBatch(Time dt, void* userData, int first, int last);
     static void initEntityBatch(Time dt, void* userData, int first, int last);
     static void initGroupBatch(Time dt, void* userData, int first, int last);

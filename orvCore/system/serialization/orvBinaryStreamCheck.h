@@ -39,6 +39,7 @@ public:
     class IObserver
     {
     public:
+        /// Observers are owned by whoever runs the check.
         virtual ~IObserver();
         /// An object read by value begins, with its class and id; getAttribute() is the attribute holding it.
         virtual void onObjectBegin(BinaryStreamCheck& check, const RTTI& rtti, uint32_t id);
@@ -151,6 +152,7 @@ private:
 namespace binaryStreamCheckDetail
 {
 
+/// Tells the containers, maps and pairs of the stream's forms apart, and what they hold.
 template <typename T>
 struct IsArray : std::false_type
 {

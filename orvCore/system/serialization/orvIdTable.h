@@ -22,6 +22,7 @@ class IdTable
                   "keys and values are plain words");
 
 public:
+    /// An empty table; its slots come with the first key. Not copyable.
     IdTable() = default;
     ~IdTable() { free(_slots); }
     IdTable(const IdTable&) = delete;
