@@ -82,6 +82,7 @@ public:
     }
 
 private:
+    /// One key and its value; unused slots are all zero.
     struct Slot
     {
         Key _key;
