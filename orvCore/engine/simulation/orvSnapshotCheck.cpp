@@ -165,6 +165,47 @@ public:
 
     void onObjectEnd(BinaryStreamCheck&, const RTTI&) override { _frames.pop_back(); }
 
+    bool watchesObjects(const RTTI& rtti, const AbstractAttribute& holder) override
+    {
+        // An object of no kind of its own, held by no watched array, whose values are all plain and unwatched
+        // (an entity's generator), gives the world's checks nothing.
+        if (kindOf(rtti) != OTHER_CLASS || &holder == _entities || &holder == _handleEntries)
+        {
+            return true;
+        }
+        const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
+        for (size_t i = 0; i < attributes.size(); ++i)
+        {
+            const AttributeStreamShape::Kind kind = attributes[i]->getStreamShape()._kind;
+            const bool plain = kind == AttributeStreamShape::PLAIN || kind == AttributeStreamShape::BOOL ||
+                               kind == AttributeStreamShape::WORD;
+            if (!plain || watches(*attributes[i]))
+            {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    bool watches(const AbstractAttribute& attribute) const override
+    {
+        // Every attribute the world's checks read; the other plain values are passed over in runs.
+        const AbstractAttribute* const watched[] = {
+            _simulationInitialized, _contexts,          _entityTypes,       _groupEntityTypes,
+            _reservedEntitiesSize,  _entities,          _handleEntries,     _entityType,
+            _entityHandle,          _indexInEntityType, _parentGroupHandle, _handleInfo,
+            _entityIndex,           _typeSimulation,    _entityTypeId,      _entityArraysCapacity,
+            _entityHandles,         _recycledIndices,   _parentSimulation,  _contextInitialized};
+        for (const AbstractAttribute* candidate : watched)
+        {
+            if (candidate == &attribute)
+            {
+                return true;
+            }
+        }
+        return false;
+    }
+
     void onWord(BinaryStreamCheck& check, uint32_t word) override
     {
         const AbstractAttribute* attribute = check.getAttribute();
@@ -246,15 +287,22 @@ public:
     {
         const AbstractAttribute* attribute = check.getAttribute();
         const uint64_t offset = check.getPosition() - sizeof(uint32_t);
+        // The check has bounded count by the bytes that remain: room for the records is made once.
         if (attribute == _entities)
         {
             _entityCount._value = count;
             _entityCount._offset = offset;
+            _entityRecords.reserve(_entityRecords.size() + count);
         }
         else if (attribute == _handleEntries)
         {
             _entryCount._value = count;
             _entryCount._offset = offset;
+            _entryRecords.reserve(_entryRecords.size() + count);
+        }
+        else if (attribute == _entityHandles && !_frames.empty() && _frames.back()._kind == Frame::TYPE)
+        {
+            _typeRecords[_frames.back()._index]._handles.reserve(count);
         }
     }
 
@@ -474,7 +522,8 @@ private:
             const Value& id = ids[position];
             if (id._value == 0)
             {
-                return check.refuseAt(id._offset, "entity type slot %lu is empty", static_cast<unsigned long>(position));
+                return check.refuseAt(id._offset, "entity type slot %lu is empty",
+                                      static_cast<unsigned long>(position));
             }
             if (seen.find(id._value) != seen.end())
             {
@@ -685,8 +734,8 @@ bool SnapshotCheck::check(const uint8_t* data, size_t size, SnapshotCheckReport*
 {
     WorldObserver observer;
     BinaryStreamCheck check(data, size, &observer);
-    const bool valid = data != nullptr && check.checkValue<RandomNumberGenerator>() &&
-                       check.checkValue<Simulation>() && check.checkEnd() && observer.checkWorld(check);
+    const bool valid = data != nullptr && check.checkValue<RandomNumberGenerator>() && check.checkValue<Simulation>() &&
+                       check.checkEnd() && observer.checkWorld(check);
     if (data == nullptr)
     {
         check.refuse("no data");

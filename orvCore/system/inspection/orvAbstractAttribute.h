@@ -1,6 +1,7 @@
 // orvCore/system/inspection/orvAbstractAttribute.h
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace orv
@@ -11,6 +12,29 @@ class BinaryStreamCheck;
 class DataItem;
 class RTTI;
 class XMLStream;
+
+/// How an attribute's value goes on a binary stream: a run of bytes that any bits make valid (a number, a vector, a
+/// quaternion, an identifier), a bool, one 32-bit word (an integer or a word value), a pointer to an inspectable
+/// class, an inspectable object by value, or another form.
+struct AttributeStreamShape
+{
+    /// The forms a walk can tell apart without the value's own code.
+    enum Kind
+    {
+        OTHER,
+        PLAIN,
+        BOOL,
+        WORD,
+        POINTER,
+        OBJECT
+    };
+    /// The form.
+    Kind _kind = OTHER;
+    /// Bytes of a PLAIN, BOOL or WORD value; 0 otherwise.
+    size_t _bytes = 0;
+    /// The class pointed to (POINTER) or read (OBJECT); null otherwise, or when it has no descriptor yet.
+    const RTTI* _rtti = nullptr;
+};
 
 /// One inspectable member of a class, seen without its types: its name, its kind, the descriptors of its value
 /// type and of its owner, and how it goes on and off the two streams. Owned by the owner's descriptor; immutable
@@ -50,6 +74,8 @@ public:
     virtual void unpack(BinaryStream& stream, void* object) const = 0;
     /// Walks the attribute's bytes as unpack would read them, without an object; false once the check refused.
     virtual bool check(BinaryStreamCheck& check) const = 0;
+    /// How the value goes on a binary stream, for walks of bytes that have no object to read into.
+    virtual AttributeStreamShape getStreamShape() const = 0;
     /// Writes the attribute of object into item, the element made for it, in the XML stream's current pass.
     virtual void pack(XMLStream& stream, DataItem& item, const void* object) const = 0;
     /// Reads the attribute of object from item, in the XML stream's current pass.

@@ -122,6 +122,11 @@ public:
     {
         return check.checkValue<std::remove_const_t<std::remove_reference_t<T>>>();
     }
+    /// The stream form of the value type in its form: a const V& goes as a V, a pointer as a pointer.
+    AttributeStreamShape getStreamShape() const override
+    {
+        return BinaryStreamCheck::shapeOf<std::remove_const_t<std::remove_reference_t<T>>>();
+    }
     /// XML writing of attributes comes with the XML stream; until then it stops the process.
     void pack(XMLStream&, DataItem&, const void*) const override { stopWithoutXMLForm(); }
     /// XML reading of attributes comes with the XML stream; until then it stops the process.

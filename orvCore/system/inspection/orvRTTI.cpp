@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <mutex>
 #include <sstream>
 
 #include "system/debug/orvAssert.h"
@@ -154,6 +155,9 @@ RTTI::~RTTI()
     }
     _attributes.set_capacity(0);
     _baseClassesRTTI.set_capacity(0);
+    _allAttributes.set_capacity(0);
+    _allAttributesLayout.store(0, std::memory_order_relaxed);
+    layoutChanged();
 }
 
 void* RTTI::operator new(size_t size)
@@ -385,19 +389,6 @@ bool RTTI::isDerivedFrom(const RTTI& other) const
     return false;
 }
 
-unsigned int RTTI::getAttributesCount() const
-{
-    unsigned int count = static_cast<unsigned int>(_attributes.size());
-    for (size_t i = 0; i < _baseClassesRTTI.size(); ++i)
-    {
-        if (_baseClassesRTTI[i] != nullptr)
-        {
-            count += _baseClassesRTTI[i]->getAttributesCount();
-        }
-    }
-    return count;
-}
-
 bool RTTI::hasAttribute(const AbstractAttribute& attribute) const
 {
     for (size_t i = 0; i < _attributes.size(); ++i)
@@ -419,32 +410,52 @@ bool RTTI::hasAttribute(const AbstractAttribute& attribute) const
 
 const AbstractAttribute* RTTI::getAttribute(unsigned int index) const
 {
-    const unsigned int total = getAttributesCount();
-    if (index >= total)
+    const PODArray<const AbstractAttribute*>& attributes = getAllAttributes();
+    return index < attributes.size() ? attributes[index] : nullptr;
+}
+
+std::atomic<uint64_t> RTTI::_layout{1};
+
+namespace
+{
+
+// Serialises the rebuilds of flat attribute lists; readers of an up-to-date list take no lock.
+std::mutex sLayoutMutex;
+
+} // namespace
+
+void RTTI::layoutChanged()
+{
+    _layout.fetch_add(1, std::memory_order_acq_rel);
+}
+
+const PODArray<const AbstractAttribute*>& RTTI::rebuildAllAttributes() const
+{
+    const uint64_t layout = _layout.load(std::memory_order_acquire);
+    std::lock_guard<std::mutex> lock(sLayoutMutex);
+    if (_allAttributesLayout.load(std::memory_order_relaxed) != layout)
     {
-        return nullptr;
+        _allAttributes.clear();
+        collectAttributes(_allAttributes);
+        _allAttributesLayout.store(layout, std::memory_order_release);
     }
+    return _allAttributes;
+}
+
+void RTTI::collectAttributes(PODArray<const AbstractAttribute*>& into) const
+{
     // Bases first, in base order and depth first, then the class's own: the order of members in binary files.
-    const unsigned int start = total - static_cast<unsigned int>(_attributes.size());
-    if (index >= start)
-    {
-        return _attributes[index - start];
-    }
     for (size_t i = 0; i < _baseClassesRTTI.size(); ++i)
     {
-        const RTTI* base = _baseClassesRTTI[i];
-        if (base == nullptr)
+        if (_baseClassesRTTI[i] != nullptr)
         {
-            continue;
+            _baseClassesRTTI[i]->collectAttributes(into);
         }
-        const unsigned int count = base->getAttributesCount();
-        if (index < count)
-        {
-            return base->getAttribute(index);
-        }
-        index -= count;
     }
-    return nullptr;
+    for (size_t i = 0; i < _attributes.size(); ++i)
+    {
+        into.push_back(_attributes[i]);
+    }
 }
 
 const AbstractAttribute* RTTI::getAttribute(const char* name) const
@@ -490,6 +501,7 @@ void RTTI::removeAttribute(const char* name)
     }
     delete _attributes[index];
     _attributes.erase(_attributes.begin() + index);
+    layoutChanged();
 }
 
 namespace rttiDetail

@@ -1,6 +1,7 @@
 // orvCore/system/inspection/orvRTTI.h
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 
 #include "system/containers/orvMap.h"
@@ -129,11 +130,21 @@ public:
     const RTTI* getBaseClassRTTI(unsigned int index) const { return _baseClassesRTTI[index]; }
 
     /// Own attributes plus those of every base, recursively.
-    unsigned int getAttributesCount() const;
+    unsigned int getAttributesCount() const { return static_cast<unsigned int>(getAllAttributes().size()); }
     /// True when this very attribute object belongs to the class or a base.
     bool hasAttribute(const AbstractAttribute& attribute) const;
     /// The attribute at index, bases first in base order, then the class's own; null from the total on.
     const AbstractAttribute* getAttribute(unsigned int index) const;
+    /// Every attribute in getAttribute's order, as one array: what streams walk for each object. Built at the first
+    /// call after a class was registered or changed, then read without a lock; valid until the next registration.
+    const PODArray<const AbstractAttribute*>& getAllAttributes() const
+    {
+        if (_allAttributesLayout.load(std::memory_order_acquire) == _layout.load(std::memory_order_acquire))
+        {
+            return _allAttributes;
+        }
+        return rebuildAllAttributes();
+    }
     /// The attribute of that name, normalised first; own attributes hide those of bases. Null when none.
     const AbstractAttribute* getAttribute(const char* name) const;
     /// Number of the class's own attributes.
@@ -159,6 +170,7 @@ public:
         {
             T::createClassRTTI(false);
             _baseClassesRTTI.push_back(T::getClassRTTI());
+            layoutChanged();
         }
         else
         {
@@ -176,6 +188,7 @@ public:
         {
             RTTIAccessor<typename A::ValueType>::createClassRTTI();
             _attributes.push_back(new A(attribute));
+            layoutChanged();
         }
         else
         {
@@ -194,6 +207,12 @@ private:
     void removeAttribute(const char* name);
     // The attribute of an already normalised name, own first, then in the bases.
     const AbstractAttribute* findAttribute(const char* normalisedName) const;
+    // Marks every descriptor's flat attribute list out of date: a base anywhere may have changed.
+    static void layoutChanged();
+    // Brings _allAttributes up to date under a lock and gives it.
+    const PODArray<const AbstractAttribute*>& rebuildAllAttributes() const;
+    // Fills _allAttributes, bases first, depth first.
+    void collectAttributes(PODArray<const AbstractAttribute*>& into) const;
 
     // Must stay first: the descriptor's start is read as its identifier.
     /// The class's identifier.
@@ -208,7 +227,14 @@ private:
     PODArray<AbstractAttribute*> _attributes;
     /// While true, addBaseClass and addAttribute undo.
     bool _removingAttributes = false;
+    /// Every attribute, bases first; rebuilt when _allAttributesLayout lags the registrations.
+    mutable PODArray<const AbstractAttribute*> _allAttributes;
+    /// The registration count _allAttributes was built at; 0 when never built.
+    mutable std::atomic<uint64_t> _allAttributesLayout{0};
 
+    /// Counts registrations and changes of any descriptor's bases or attributes; starts at 1, so that a list
+    /// built at 0 is never current.
+    static std::atomic<uint64_t> _layout;
     /// Creators by identifier; null for abstract classes.
     static OrvMap<Uuid, IRTTICreator*>* _rttiFactory;
     /// Identifiers by name; keys point into the type-name buffer.

@@ -99,7 +99,7 @@ void BinaryStream::read(bool& value)
 {
     // One byte compared with 0: a file's byte other than 0 or 1 must still give a valid bool.
     unsigned char byte = value ? 1 : 0;
-    readBytes(&byte, sizeof(byte));
+    readFixed(byte);
     value = byte != 0;
 }
 
@@ -142,7 +142,6 @@ void BinaryStream::write(const Quaternion& value)
     write(value.z);
     write(value.w);
 }
-
 
 void* BinaryStream::popValuefromFifo()
 {
@@ -207,17 +206,6 @@ void BinaryStream::importFrom(const uint8_t* buffer, size_t size)
 void BinaryStream::seekRead(uint64_t position)
 {
     _binaryStream.buffer().setReadPosition(static_cast<size_t>(position));
-}
-
-uint32_t BinaryStream::giveId(const void* address)
-{
-    // Ids are never reused: the next one is the number of addresses known, null included.
-    return _pointerToIdMap.findOrInsert(address, static_cast<uint32_t>(_pointerToIdMap.size()));
-}
-
-uint32_t BinaryStream::findId(const void* address)
-{
-    return _pointerToIdMap.findOrInsert(address, 0u);
 }
 
 namespace

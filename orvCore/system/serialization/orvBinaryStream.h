@@ -29,7 +29,6 @@
 namespace orv
 {
 
-
 /// Turns a graph of inspectable objects, with shared pointers and cycles, into a flat little-endian byte sequence
 /// and back, in two passes each way. The bytes stay in memory; files are written and read whole. The stream has no
 /// header or version of its own: a file's owner writes those in front. One thread at a time.
@@ -74,27 +73,27 @@ public:
     /// Reads one byte: any byte but 0 is true.
     void read(bool& value);
     /// Reads one byte.
-    void read(char& value) { readBytes(&value, sizeof(value)); }
+    void read(char& value) { readFixed(value); }
     /// Reads one byte.
-    void read(unsigned char& value) { readBytes(&value, sizeof(value)); }
+    void read(unsigned char& value) { readFixed(value); }
     /// Reads two bytes.
-    void read(int16_t& value) { readBytes(&value, sizeof(value)); }
+    void read(int16_t& value) { readFixed(value); }
     /// Reads two bytes.
-    void read(uint16_t& value) { readBytes(&value, sizeof(value)); }
+    void read(uint16_t& value) { readFixed(value); }
     /// Reads four bytes.
-    void read(int32_t& value) { readBytes(&value, sizeof(value)); }
+    void read(int32_t& value) { readFixed(value); }
     /// Reads four bytes.
-    void read(uint32_t& value) { readBytes(&value, sizeof(value)); }
+    void read(uint32_t& value) { readFixed(value); }
     /// Reads eight bytes.
-    void read(int64_t& value) { readBytes(&value, sizeof(value)); }
+    void read(int64_t& value) { readFixed(value); }
     /// Reads eight bytes.
-    void read(uint64_t& value) { readBytes(&value, sizeof(value)); }
+    void read(uint64_t& value) { readFixed(value); }
     /// Reads four bytes.
-    void read(float& value) { readBytes(&value, sizeof(value)); }
+    void read(float& value) { readFixed(value); }
     /// Reads eight bytes.
-    void read(double& value) { readBytes(&value, sizeof(value)); }
+    void read(double& value) { readFixed(value); }
     /// Reads the 16 storage bytes.
-    void read(Uuid& value) { readBytes(&value, sizeof(value)); }
+    void read(Uuid& value) { readFixed(value); }
     /// Reads an unsigned 32 length, then that many bytes.
     void read(OrvString& value);
     /// Reads x, y.
@@ -246,13 +245,26 @@ private:
             _binaryStream.setstate(std::ios::eofbit);
         }
     }
+    /// Reads a plain value of fixed size, in either pass; past the end, what is missing stays unread.
+    template <typename T>
+    void readFixed(T& value)
+    {
+        if (!_binaryStream.buffer().getFixed<sizeof(T)>(&value))
+        {
+            _binaryStream.setstate(std::ios::eofbit);
+        }
+    }
     /// Moves the read position; the stream's error state does not stop it.
     void seekRead(uint64_t position);
 
     /// The id of address, or a new one: the number of addresses known so far.
-    uint32_t giveId(const void* address);
+    uint32_t giveId(const void* address)
+    {
+        // Ids are never reused: the next one is the number of addresses known, null included.
+        return _pointerToIdMap.findOrInsert(address, static_cast<uint32_t>(_pointerToIdMap.size()));
+    }
     /// The id of address; an unknown address is entered with id 0.
-    uint32_t findId(const void* address);
+    uint32_t findId(const void* address) { return _pointerToIdMap.findOrInsert(address, 0u); }
     /// The address of id; an unknown id is entered with null.
     void* findAddress(uint32_t id);
     /// The entry of id, or null when the id is unknown.
@@ -322,7 +334,7 @@ template <typename T, typename>
 void BinaryStream::write(const T& object, bool erasePending)
 {
     const RTTI& rtti = *object.getRTTI();
-    if (erasePending)
+    if (erasePending && !_pointersValueToWrite.empty())
     {
         TypedPointer typedPointer;
         typedPointer._pointer = &object;
@@ -336,12 +348,15 @@ void BinaryStream::write(const T& object, bool erasePending)
     else
     {
         write(findId(&object));
-        write(static_cast<uint32_t>(rtti.getAttributesCount()));
     }
-    const unsigned int count = rtti.getAttributesCount();
-    for (unsigned int i = 0; i < count; ++i)
+    const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
+    if (!_firstPass)
     {
-        rtti.getAttribute(i)->pack(*this, &object);
+        write(static_cast<uint32_t>(attributes.size()));
+    }
+    for (size_t i = 0; i < attributes.size(); ++i)
+    {
+        attributes[i]->pack(*this, &object);
     }
 }
 
@@ -364,6 +379,7 @@ void BinaryStream::read(T& object)
     }
     uint32_t attributesCount = 0;
     read(attributesCount);
+    const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
     orvAssertMsg(rtti.getAttributesCount() == attributesCount,
                  "the Inspectable object of type : %s passed as an argument to BinaryStream::read has a different "
                  "attributes count, %lu, than the one being read from the stream, %lu",
@@ -371,7 +387,7 @@ void BinaryStream::read(T& object)
                  static_cast<unsigned long>(attributesCount));
     for (uint32_t i = 0; i < attributesCount; ++i)
     {
-        rtti.getAttribute(i)->unpack(*this, &object);
+        attributes[i]->unpack(*this, &object);
     }
 }
 
@@ -549,10 +565,10 @@ void BinaryStream::writeInspectablePointer(T* pointer)
         typedPointer._pointer = pointer;
         typedPointer._typeID = rtti.getTypeID();
         _pointersValueToWrite.insert(typedPointer);
-        const unsigned int count = rtti.getAttributesCount();
-        for (unsigned int i = 0; i < count; ++i)
+        const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
+        for (size_t i = 0; i < attributes.size(); ++i)
         {
-            rtti.getAttribute(i)->pack(*this, pointer);
+            attributes[i]->pack(*this, pointer);
         }
         return;
     }

@@ -50,6 +50,16 @@ void BinaryStreamCheck::IObserver::onPointer(BinaryStreamCheck&, uint32_t)
 {
 }
 
+bool BinaryStreamCheck::IObserver::watches(const AbstractAttribute&) const
+{
+    return true;
+}
+
+bool BinaryStreamCheck::IObserver::watchesObjects(const RTTI&, const AbstractAttribute&)
+{
+    return true;
+}
+
 BinaryStreamCheck::BinaryStreamCheck(const uint8_t* data, size_t size, IObserver* observer)
     : _data(data), _size(data != nullptr ? size : 0), _observer(observer)
 {
@@ -68,8 +78,10 @@ bool BinaryStreamCheck::checkEnd()
     {
         if (_ids[id]._state == ID_WAITING_FOR_BODY)
         {
-            return refuseAt(_ids[id]._firstOffset, "object %u of class %s is reached by pointer and never read",
-                            static_cast<unsigned int>(id), _ids[id]._rtti->getTypeName());
+            OrvMap<uint32_t, uint64_t>::iterator offset = _waitingOffsets.find(static_cast<uint32_t>(id));
+            return refuseAt(offset != _waitingOffsets.end() ? offset->_value : _position,
+                            "object %u of class %s is reached by pointer and never read", static_cast<unsigned int>(id),
+                            _ids[id].rtti()->getTypeName());
         }
     }
     if (_position != _size)
@@ -115,10 +127,10 @@ bool BinaryStreamCheck::refuseAt(uint64_t offset, const char* format, ...)
 
 const RTTI* BinaryStreamCheck::getClassOfId(uint32_t id) const
 {
-    return id < _ids.size() ? _ids[id]._rtti : nullptr;
+    return id < _ids.size() ? _ids[id].rtti() : nullptr;
 }
 
-BinaryStreamCheck::IdRecord* BinaryStreamCheck::recordOf(uint32_t id)
+BinaryStreamCheck::IdRecord* BinaryStreamCheck::growRecords(uint32_t id)
 {
     // The writer numbers every object and value it meets from 1 up, and each costs at least 4 bytes: an id past
     // that bound cannot come from a stream, and refusing it keeps the table as small as the data.
@@ -128,74 +140,92 @@ BinaryStreamCheck::IdRecord* BinaryStreamCheck::recordOf(uint32_t id)
                static_cast<unsigned long>(_size));
         return nullptr;
     }
-    if (id >= _ids.size())
+    // Ids come mostly one after the other: doubling keeps the growth amortised, within the bound above.
+    const size_t bound = _size / 4 + 2;
+    size_t size = _ids.size() * 2 + 64;
+    if (size <= id)
     {
-        const size_t previous = _ids.size();
-        _ids.resize(id + 1);
-        for (size_t i = previous; i < _ids.size(); ++i)
-        {
-            _ids[i] = IdRecord();
-        }
+        size = static_cast<size_t>(id) + 1;
     }
+    _ids.resize(size < bound ? size : bound);
     return &_ids[id];
 }
 
-size_t BinaryStreamCheck::attributesOf(const RTTI& rtti)
+size_t BinaryStreamCheck::planOf(const RTTI& rtti)
 {
     // A world has a handful of classes and meets them in runs: the last one found is the usual answer.
-    if (_lastList < _attributeListOfClass.size() && _attributeListOfClass[_lastList]._rtti == &rtti)
+    if (_lastPlan < _plans.size() && _plans[_lastPlan]._rtti == &rtti)
     {
-        return _attributeListOfClass[_lastList]._first;
+        return _lastPlan;
     }
-    for (size_t i = 0; i < _attributeListOfClass.size(); ++i)
+    for (size_t i = 0; i < _plans.size(); ++i)
     {
-        if (_attributeListOfClass[i]._rtti == &rtti)
+        if (_plans[i]._rtti == &rtti)
         {
-            _lastList = i;
-            return _attributeListOfClass[i]._first;
+            _lastPlan = i;
+            return i;
         }
     }
-    AttributeList list;
-    list._rtti = &rtti;
-    list._first = _attributeLists.size();
-    const unsigned int count = rtti.getAttributesCount();
-    for (unsigned int i = 0; i < count; ++i)
+    Plan plan;
+    plan._rtti = &rtti;
+    plan._first = _steps.size();
+    const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
+    for (size_t i = 0; i < attributes.size(); ++i)
     {
-        _attributeLists.push_back(rtti.getAttribute(i));
+        const AbstractAttribute* attribute = attributes[i];
+        const AttributeStreamShape shape = attribute->getStreamShape();
+        const bool watched = _observer != nullptr && _observer->watches(*attribute);
+        // A float or a vector gives the observer nothing, watched or not.
+        const bool silent =
+            shape._kind == AttributeStreamShape::PLAIN ||
+            ((shape._kind == AttributeStreamShape::WORD || shape._kind == AttributeStreamShape::BOOL) && !watched);
+        if (silent && _steps.size() > plan._first && _steps.back()._kind == AttributeStreamShape::PLAIN)
+        {
+            _steps.back()._bytes += shape._bytes;
+        }
+        else if (silent)
+        {
+            _steps.push_back(Step{AttributeStreamShape::PLAIN, nullptr, shape._bytes, nullptr, false});
+        }
+        else if (shape._kind == AttributeStreamShape::BOOL)
+        {
+            _steps.push_back(Step{AttributeStreamShape::OTHER, attribute, 0, nullptr, false});
+        }
+        else
+        {
+            const bool notify = shape._kind == AttributeStreamShape::OBJECT && _observer != nullptr &&
+                                _observer->watchesObjects(*shape._rtti, *attribute);
+            _steps.push_back(Step{shape._kind, attribute, shape._bytes, shape._rtti, notify});
+        }
     }
-    _lastList = _attributeListOfClass.size();
-    _attributeListOfClass.push_back(list);
-    return list._first;
+    plan._count = _steps.size() - plan._first;
+    _lastPlan = _plans.size();
+    _plans.push_back(plan);
+    return _lastPlan;
 }
 
-bool BinaryStreamCheck::readBytes(void* data, size_t size)
+bool BinaryStreamCheck::refuseEarlyEnd(size_t size)
 {
     if (_refused)
     {
         return false;
     }
-    if (size > _size - _position)
-    {
-        return refuse("the data ends early: %lu bytes needed, %lu left", static_cast<unsigned long>(size),
-                      static_cast<unsigned long>(_size - _position));
-    }
-    memcpy(data, _data + _position, size);
-    _position += size;
-    return true;
+    return refuse("the data ends early: %lu bytes needed, %lu left", static_cast<unsigned long>(size),
+                  static_cast<unsigned long>(_size - _position));
 }
 
-bool BinaryStreamCheck::skipBytes(size_t size)
+bool BinaryStreamCheck::derives(const RTTI& derived, const RTTI& base)
 {
-    if (_refused)
+    if (&derived == _lastDerived && &base == _lastBase)
+    {
+        return true;
+    }
+    if (!derived.isDerivedFrom(base))
     {
         return false;
     }
-    if (size > _size - _position)
-    {
-        return refuse("the data ends early: %lu bytes needed, %lu left", static_cast<unsigned long>(size),
-                      static_cast<unsigned long>(_size - _position));
-    }
-    _position += size;
+    _lastDerived = &derived;
+    _lastBase = &base;
     return true;
 }
 
@@ -221,10 +251,10 @@ bool BinaryStreamCheck::checkCount(uint32_t& count, size_t elementBytes)
 
 bool BinaryStreamCheck::checkObject(const RTTI& rtti)
 {
-    return checkObjectBody(rtti, 0);
+    return checkObjectBody(rtti, 0, true);
 }
 
-bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
+bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bool notify)
 {
     const uint64_t offset = _position;
     uint32_t id = 0;
@@ -264,10 +294,10 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
             break;
         case ID_WAITING_FOR_BODY:
             // The reader destroys the instance it made for the pointer through this class: they must be one.
-            if (record->_rtti != &rtti)
+            if (record->_what != &rtti)
             {
                 return refuseAt(offset, "object %u is read as %s but was reached by pointer as %s",
-                                static_cast<unsigned int>(id), rtti.getTypeName(), record->_rtti->getTypeName());
+                                static_cast<unsigned int>(id), rtti.getTypeName(), record->rtti()->getTypeName());
             }
             break;
         default:
@@ -275,26 +305,53 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId)
         }
         // The reader gives an id the address of the last object read under it, and every pointer that address:
         // an id taken twice by objects read by value would send pointers checked against the first to the second.
-        record->_rtti = &rtti;
+        record->_what = &rtti;
         record->_state = ID_BY_VALUE;
-        record->_firstOffset = offset;
     }
-    if (_observer != nullptr)
+    if (notify && _observer != nullptr)
     {
         _observer->onObjectBegin(*this, rtti, id);
     }
     ++_depth;
     const AbstractAttribute* holder = _attribute;
-    // An index, not an address: classes met inside may add lists and move the array.
-    const size_t first = attributesOf(rtti);
-    for (uint32_t i = 0; i < attributesCount && !_refused; ++i)
+    // Indices, not addresses: classes met inside may add plans and move the arrays.
+    const size_t plan = planOf(rtti);
+    const size_t first = _plans[plan]._first;
+    const size_t count = _plans[plan]._count;
+    for (size_t i = first; i < first + count && !_refused; ++i)
     {
-        _attribute = _attributeLists[first + i];
-        _attribute->check(*this);
+        // Copied: a step may add plans and move the array.
+        const Step step = _steps[i];
+        _attribute = step._attribute;
+        switch (step._kind)
+        {
+        case AttributeStreamShape::PLAIN:
+            skipBytes(step._bytes);
+            break;
+        case AttributeStreamShape::WORD:
+        {
+            // Only watched words are steps of their own: the observer is there.
+            uint32_t word = 0;
+            if (readBytes(&word, sizeof(word)))
+            {
+                _observer->onWord(*this, word);
+            }
+            break;
+        }
+        case AttributeStreamShape::POINTER:
+            checkInspectablePointer(step._rtti);
+            break;
+        case AttributeStreamShape::OBJECT:
+            checkObjectBody(*step._rtti, 0, step._notify);
+            break;
+        default:
+            step._attribute->check(*this);
+            break;
+        }
     }
     _attribute = holder;
     --_depth;
-    if (!_refused && _observer != nullptr)
+    if (notify && !_refused && _observer != nullptr)
     {
         _observer->onObjectEnd(*this, rtti);
     }
@@ -331,15 +388,9 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
     {
         return refuseAt(offset, "a pointer's body flag is %u", static_cast<unsigned int>(hasBody));
     }
-    const RTTI* rtti = RTTI::getRTTI(typeID);
-    if (rtti == nullptr)
+    if (expected == nullptr)
     {
-        return refuseAt(offset, "%s is not a registered class", typeID.getString().c_str());
-    }
-    if (expected == nullptr || !rtti->isDerivedFrom(*expected))
-    {
-        return refuseAt(offset, "an object of class %s stands where %s is expected", rtti->getTypeName(),
-                        expected != nullptr ? expected->getTypeName() : "a class without descriptor");
+        return refuseAt(offset, "an object stands where a class without descriptor is expected");
     }
     IdRecord* record = recordOf(id);
     if (record == nullptr)
@@ -348,32 +399,44 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
     }
     if (record->_state != ID_UNKNOWN)
     {
-        // The first read pass skips the body of a known id and the second reads it: the two would part ways.
+        // Both read passes take a known id's object from the id and pass over the class the pointer names.
+        // The first pass skips the body of a known id and the second reads it: the two would part ways.
         if (hasBody != 0)
         {
             return refuseAt(offset, "object %u has a second body", static_cast<unsigned int>(id));
         }
-        if (record->_rtti == nullptr || !record->_rtti->isDerivedFrom(*expected))
+        const RTTI* known = record->rtti();
+        if (known == nullptr || !derives(*known, *expected))
         {
             return refuseAt(offset, "id %u, of %s, stands where %s is expected", static_cast<unsigned int>(id),
-                            record->_rtti != nullptr ? record->_rtti->getTypeName() : "a value of a base type",
+                            known != nullptr ? known->getTypeName() : "a value of a base type",
                             expected->getTypeName());
         }
         return true;
+    }
+    const RTTI* rtti = RTTI::getRTTI(typeID);
+    if (rtti == nullptr)
+    {
+        return refuseAt(offset, "%s is not a registered class", typeID.getString().c_str());
+    }
+    if (!derives(*rtti, *expected))
+    {
+        return refuseAt(offset, "an object of class %s stands where %s is expected", rtti->getTypeName(),
+                        expected->getTypeName());
     }
     if (!RTTI::canCreateInstance(typeID))
     {
         return refuseAt(offset, "class %s cannot be created from a stream", rtti->getTypeName());
     }
-    record->_rtti = rtti;
-    record->_firstOffset = offset;
+    record->_what = rtti;
     if (hasBody == 0)
     {
         record->_state = ID_WAITING_FOR_BODY;
+        _waitingOffsets.insert(id, offset);
         return true;
     }
     record->_state = ID_POINTER_BODY;
-    return checkObjectBody(*rtti, id);
+    return checkObjectBody(*rtti, id, true);
 }
 
 bool BinaryStreamCheck::checkBaseTypePointer(const void* kind, bool (*checkBody)(BinaryStreamCheck&))
@@ -402,15 +465,14 @@ bool BinaryStreamCheck::checkBaseTypePointer(const void* kind, bool (*checkBody)
             return refuseAt(offset, "value %u is met first without its body", static_cast<unsigned int>(id));
         }
         record->_state = ID_BASE_VALUE;
-        record->_baseKind = kind;
-        record->_firstOffset = offset;
+        record->_what = kind;
         return checkBody(*this);
     }
     if (hasBody != 0)
     {
         return refuseAt(offset, "value %u has a second body", static_cast<unsigned int>(id));
     }
-    if (record->_state != ID_BASE_VALUE || record->_baseKind != kind)
+    if (record->_state != ID_BASE_VALUE || record->_what != kind)
     {
         return refuseAt(offset, "id %u stands for a value of another type", static_cast<unsigned int>(id));
     }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <type_traits>
 #include <utility>
 
@@ -14,6 +15,7 @@
 #include "system/containers/orvMap.h"
 #include "system/containers/orvPODArray.h"
 #include "system/containers/orvString.h"
+#include "system/inspection/orvAbstractAttribute.h"
 #include "system/inspection/orvRTTI.h"
 #include "system/inspection/orvUuid.h"
 #include "system/serialization/orvBinaryStreamForms.h"
@@ -53,6 +55,12 @@ public:
         virtual void onCount(BinaryStreamCheck& check, uint32_t count);
         /// A pointer to an inspectable object of the current attribute: its id, 0 for null.
         virtual void onPointer(BinaryStreamCheck& check, uint32_t id);
+        /// False when the observer wants no call for the values of attribute: a run of plain values (numbers,
+        /// vectors, words) that no one watches is then walked in one step. True unless overridden.
+        virtual bool watches(const AbstractAttribute& attribute) const;
+        /// False when the observer wants no onObjectBegin and onObjectEnd for an object of class rtti held by
+        /// attribute holder. Asked once per class and attribute in a walk. True unless overridden.
+        virtual bool watchesObjects(const RTTI& rtti, const AbstractAttribute& holder);
     };
 
     /// A check of size bytes at data, which it does not own; observer may be null.
@@ -95,43 +103,83 @@ public:
     /// Walks a container count whose elements take at least elementBytes each; false when they could not fit.
     bool checkCount(uint32_t& count, size_t elementBytes);
     /// Walks size bytes into data, or refuses when fewer remain.
-    bool readBytes(void* data, size_t size);
+    bool readBytes(void* data, size_t size)
+    {
+        if (_refused || size > _size - _position)
+        {
+            return refuseEarlyEnd(size);
+        }
+        memcpy(data, _data + _position, size);
+        _position += size;
+        return true;
+    }
     /// Walks size bytes, or refuses when fewer remain.
-    bool skipBytes(size_t size);
+    bool skipBytes(size_t size)
+    {
+        if (_refused || size > _size - _position)
+        {
+            return refuseEarlyEnd(size);
+        }
+        _position += size;
+        return true;
+    }
 
     /// The fewest bytes a value of type T takes on the stream.
     template <typename T>
     static size_t minimumBytes();
+    /// How a value of type T goes on the stream, as the walk tells forms apart.
+    template <typename T>
+    static AttributeStreamShape shapeOf();
 
 private:
-    /// What an id stands for so far.
+    /// What an id stands for so far: 16 bytes, so that the table of a large world stays in cache.
     struct IdRecord
     {
-        /// Class of the object; null for a base-type value or an unknown id.
-        const RTTI* _rtti = nullptr;
-        /// The base type of a base-type value; null otherwise.
-        const void* _baseKind = nullptr;
-        /// Where the id was first met, for refusals found at the end.
-        uint64_t _firstOffset = 0;
+        /// The object's class, or the tag of a base-type value's type; null while the id is unknown.
+        const void* _what = nullptr;
         /// 0 unknown, 1 object read by value, 2 instance made for a pointer with its body, 3 instance made for a
         /// pointer without body (waits for an object by value), 4 base-type value.
         uint8_t _state = 0;
-    };
 
+        /// The object's class; null for a base-type value or an unknown id.
+        const RTTI* rtti() const { return _state != 4 ? static_cast<const RTTI*>(_what) : nullptr; }
+    };
     template <typename T>
     static bool checkBodyOf(BinaryStreamCheck& check);
     static size_t minimumObjectBytes(const RTTI& rtti);
-    bool checkObjectBody(const RTTI& rtti, uint32_t pointerId);
-    IdRecord* recordOf(uint32_t id);
+    bool checkObjectBody(const RTTI& rtti, uint32_t pointerId, bool notify);
+    /// The record of id, grown into when new; null, after a refusal, for an id no stream of this size can hold.
+    IdRecord* recordOf(uint32_t id) { return id < _ids.size() ? &_ids[id] : growRecords(id); }
+    IdRecord* growRecords(uint32_t id);
     /// Where the attributes of rtti start in _attributeLists, in stream order; listed once per class and walk.
-    size_t attributesOf(const RTTI& rtti);
-
-    /// One class's attributes in _attributeLists.
-    struct AttributeList
+    /// One step of a class's walk: a run of plain values no observer watches, a watched word, a pointer or an
+    /// object walked here, or an attribute's own check.
+    struct Step
+    {
+        /// PLAIN for a run, WORD, POINTER, OBJECT, or OTHER for the attribute's own check.
+        AttributeStreamShape::Kind _kind;
+        /// The attribute; null for a run.
+        const AbstractAttribute* _attribute;
+        /// The run's bytes.
+        size_t _bytes;
+        /// The class pointed to or read.
+        const RTTI* _rtti;
+        /// For an object, whether the observer hears of its start and end.
+        bool _notify;
+    };
+    /// A class's steps in _steps, made once per class and walk.
+    struct Plan
     {
         const RTTI* _rtti;
         size_t _first;
+        size_t _count;
     };
+    /// The plan of rtti's attributes; an index, since classes met later may add plans and move the array.
+    size_t planOf(const RTTI& rtti);
+    /// Refuses for data that ends before size more bytes, unless refused already. Always false.
+    bool refuseEarlyEnd(size_t size);
+    /// True when derived derives from base, remembered for the last pair asked.
+    bool derives(const RTTI& derived, const RTTI& base);
 
     const uint8_t* _data;
     size_t _size;
@@ -143,9 +191,13 @@ private:
     uint64_t _refusalOffset = 0;
     OrvString _refusalReason;
     PODArray<IdRecord> _ids;
-    PODArray<AttributeList> _attributeListOfClass;
-    PODArray<const AbstractAttribute*> _attributeLists;
-    size_t _lastList = 0;
+    /// Where each id that waits for its body was met, for the refusal at the end.
+    OrvMap<uint32_t, uint64_t> _waitingOffsets;
+    PODArray<Plan> _plans;
+    PODArray<Step> _steps;
+    size_t _lastPlan = 0;
+    const RTTI* _lastDerived = nullptr;
+    const RTTI* _lastBase = nullptr;
 };
 
 /// Type tests of the check; not for direct use.
@@ -231,6 +283,69 @@ size_t BinaryStreamCheck::minimumBytes()
     {
         return sizeof(T);
     }
+}
+
+template <typename T>
+AttributeStreamShape BinaryStreamCheck::shapeOf()
+{
+    using namespace binaryStreamDetail;
+    AttributeStreamShape shape;
+    if constexpr (std::is_pointer<T>::value)
+    {
+        typedef std::remove_const_t<std::remove_pointer_t<T>> Pointee;
+        if constexpr (IsInspectable<Pointee>::value)
+        {
+            shape._kind = AttributeStreamShape::POINTER;
+            shape._rtti = Pointee::getClassRTTI();
+        }
+    }
+    else if constexpr (IsSmartPointer<T>::value)
+    {
+        shape._kind = AttributeStreamShape::POINTER;
+        shape._rtti = IsSmartPointer<T>::Pointee::getClassRTTI();
+    }
+    else if constexpr (IsInspectable<T>::value)
+    {
+        shape._kind = AttributeStreamShape::OBJECT;
+        shape._rtti = T::getClassRTTI();
+    }
+    else if constexpr (std::is_same<T, bool>::value)
+    {
+        shape._kind = AttributeStreamShape::BOOL;
+        shape._bytes = 1;
+    }
+    else if constexpr (IsWordValue<T>::value || (std::is_integral<T>::value && sizeof(T) == sizeof(uint32_t)))
+    {
+        shape._kind = AttributeStreamShape::WORD;
+        shape._bytes = sizeof(uint32_t);
+    }
+    else if constexpr (std::is_same<T, Vector2>::value)
+    {
+        shape._kind = AttributeStreamShape::PLAIN;
+        shape._bytes = 2 * sizeof(float);
+    }
+    else if constexpr (std::is_same<T, Vector3>::value)
+    {
+        shape._kind = AttributeStreamShape::PLAIN;
+        shape._bytes = 3 * sizeof(float);
+    }
+    else if constexpr (std::is_same<T, Vector4>::value || std::is_same<T, Quaternion>::value)
+    {
+        shape._kind = AttributeStreamShape::PLAIN;
+        shape._bytes = 4 * sizeof(float);
+    }
+    else if constexpr (std::is_arithmetic<T>::value || std::is_same<T, Uuid>::value)
+    {
+        shape._kind = AttributeStreamShape::PLAIN;
+        shape._bytes = sizeof(T);
+    }
+    if ((shape._kind == AttributeStreamShape::POINTER || shape._kind == AttributeStreamShape::OBJECT) &&
+        shape._rtti == nullptr)
+    {
+        // Without a descriptor the value's own walk gives the refusal.
+        shape._kind = AttributeStreamShape::OTHER;
+    }
+    return shape;
 }
 
 template <typename T>

@@ -1,30 +1,48 @@
 // orvCore/system/serialization/orvByteStream.cpp
 #include "system/serialization/orvByteStream.h"
 
+#include <cstdlib>
+
+#include "system/debug/orvAssert.h"
+
 namespace orv
 {
 
+ByteStreamBuffer::~ByteStreamBuffer()
+{
+    free(_bytes);
+}
+
 void ByteStreamBuffer::assign(const void* data, size_t size)
 {
-    _bytes.clear();
+    if (size > _capacity)
+    {
+        // Fresh room, without copying the old bytes into it first.
+        free(_bytes);
+        _bytes = nullptr;
+        _capacity = 0;
+        _size = 0;
+        grow(size);
+    }
     if (size > 0)
     {
-        _bytes.resize(size);
-        memcpy(_bytes.data(), data, size);
+        // The bytes may be a part of this very room.
+        memmove(_bytes, data, size);
     }
+    _size = size;
     _read = 0;
     _write = 0;
 }
 
 void ByteStreamBuffer::grow(size_t size)
 {
-    // Grows as the library's arrays do, so that appending stays amortised constant.
-    if (size > _bytes.capacity())
-    {
-        const size_t doubled = _bytes.capacity() * 2 + 8;
-        _bytes.reserve(size > doubled ? size : doubled);
-    }
-    _bytes.resize(size);
+    // Doubles, so that appending stays amortised constant; the room is all usable at once.
+    const size_t doubled = _capacity * 2 + 64;
+    const size_t capacity = size > doubled ? size : doubled;
+    char* bytes = static_cast<char*>(realloc(_bytes, capacity));
+    orvAssertMsg(bytes != nullptr, "out of memory for %zu bytes", capacity);
+    _bytes = bytes;
+    _capacity = capacity;
 }
 
 ByteStreamBuffer::int_type ByteStreamBuffer::overflow(int_type character)
@@ -46,7 +64,7 @@ std::streamsize ByteStreamBuffer::xsputn(const char* data, std::streamsize size)
 
 ByteStreamBuffer::int_type ByteStreamBuffer::underflow()
 {
-    if (_read >= _bytes.size())
+    if (_read >= _size)
     {
         return traits_type::eof();
     }
@@ -55,7 +73,7 @@ ByteStreamBuffer::int_type ByteStreamBuffer::underflow()
 
 ByteStreamBuffer::int_type ByteStreamBuffer::uflow()
 {
-    if (_read >= _bytes.size())
+    if (_read >= _size)
     {
         return traits_type::eof();
     }
@@ -69,7 +87,7 @@ std::streamsize ByteStreamBuffer::xsgetn(char* data, std::streamsize size)
 
 std::streamsize ByteStreamBuffer::showmanyc()
 {
-    return _read < _bytes.size() ? static_cast<std::streamsize>(_bytes.size() - _read) : -1;
+    return _read < _size ? static_cast<std::streamsize>(_size - _read) : -1;
 }
 
 ByteStreamBuffer::pos_type ByteStreamBuffer::seekoff(off_type offset, std::ios_base::seekdir direction,
@@ -89,10 +107,10 @@ ByteStreamBuffer::pos_type ByteStreamBuffer::seekoff(off_type offset, std::ios_b
     }
     else if (direction == std::ios_base::end)
     {
-        base = static_cast<off_type>(_bytes.size());
+        base = static_cast<off_type>(_size);
     }
     const off_type target = base + offset;
-    if (target < 0 || target > static_cast<off_type>(_bytes.size()))
+    if (target < 0 || target > static_cast<off_type>(_size))
     {
         return pos_type(off_type(-1));
     }

@@ -7,8 +7,6 @@
 #include <streambuf>
 #include <string>
 
-#include "system/containers/orvPODArray.h"
-
 namespace orv
 {
 
@@ -18,39 +16,62 @@ namespace orv
 class ByteStreamBuffer : public std::streambuf
 {
 public:
+    /// An empty buffer; its room comes with the first bytes.
+    ByteStreamBuffer() = default;
+    ~ByteStreamBuffer() override;
+    ByteStreamBuffer(const ByteStreamBuffer&) = delete;
+    ByteStreamBuffer& operator=(const ByteStreamBuffer&) = delete;
+
     /// Appends or overwrites size bytes at the write position, which moves past them.
     void put(const void* data, size_t size)
     {
-        if (_write + size > _bytes.size())
+        if (_write + size > _capacity)
         {
             grow(_write + size);
         }
-        memcpy(_bytes.data() + _write, data, size);
+        memcpy(_bytes + _write, data, size);
         _write += size;
+        if (_write > _size)
+        {
+            _size = _write;
+        }
     }
     /// Copies up to size bytes from the read position, which moves past them; gives how many.
     size_t get(void* data, size_t size)
     {
-        const size_t available = _read < _bytes.size() ? _bytes.size() - _read : 0;
+        const size_t available = _read < _size ? _size - _read : 0;
         const size_t count = size < available ? size : available;
-        memcpy(data, _bytes.data() + _read, count);
+        memcpy(data, _bytes + _read, count);
         _read += count;
         return count;
     }
+    /// Copies exactly N bytes from the read position when that many remain, and moves past them; otherwise reads
+    /// what remains and gives false. N is a constant, so the copy is one load.
+    template <size_t N>
+    bool getFixed(void* data)
+    {
+        if (_read < _size && _size - _read >= N)
+        {
+            memcpy(data, _bytes + _read, N);
+            _read += N;
+            return true;
+        }
+        return get(data, N) == N;
+    }
     /// All the bytes, as a string.
-    std::string str() const { return std::string(_bytes.data(), _bytes.size()); }
+    std::string str() const { return std::string(_bytes, _size); }
     /// Replaces the bytes; both positions go to 0.
     void assign(const void* data, size_t size);
     /// The bytes and their count.
-    const char* data() const { return _bytes.data(); }
-    size_t size() const { return _bytes.size(); }
+    const char* data() const { return _bytes; }
+    size_t size() const { return _size; }
     /// Read and write positions, in bytes from the start.
     size_t getReadPosition() const { return _read; }
     size_t getWritePosition() const { return _write; }
     /// Moves the read position; past the end it stays where asked, and reads give nothing.
     void setReadPosition(size_t position) { _read = position; }
     /// Moves the write position, to at most the end.
-    void setWritePosition(size_t position) { _write = position < _bytes.size() ? position : _bytes.size(); }
+    void setWritePosition(size_t position) { _write = position < _size ? position : _size; }
 
 protected:
     /// The standard interface, for callers that use the bytes as a stream: one character at a time.
@@ -64,9 +85,13 @@ protected:
     pos_type seekpos(pos_type position, std::ios_base::openmode which) override;
 
 private:
+    // Makes room for at least size bytes.
     void grow(size_t size);
 
-    PODArray<char> _bytes;
+    // The room, _capacity bytes, of which the first _size are the bytes; never zeroed.
+    char* _bytes = nullptr;
+    size_t _capacity = 0;
+    size_t _size = 0;
     size_t _read = 0;
     size_t _write = 0;
 };

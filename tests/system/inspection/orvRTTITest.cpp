@@ -24,6 +24,7 @@ public:
     void pack(orv::BinaryStream&, const void*) const override {}
     void unpack(orv::BinaryStream&, void*) const override {}
     bool check(orv::BinaryStreamCheck&) const override { return true; }
+    orv::AttributeStreamShape getStreamShape() const override { return orv::AttributeStreamShape(); }
     void pack(orv::XMLStream&, orv::DataItem&, const void*) const override {}
     void unpack(orv::XMLStream&, const orv::DataItem&, void*) const override {}
 };
@@ -184,6 +185,24 @@ TEST_F(RTTITest, AttributesOfBasesComeFirstAndAreFoundByNormalisedNameDerivedFir
     EXPECT_EQ(Animal::getClassRTTI(), Bird::getClassRTTI()->getAttribute("weight")->getOwnerRTTI());
     EXPECT_EQ(nullptr, puppy.getAttribute("tail"));
     EXPECT_FALSE(Bird::getClassRTTI()->hasAttribute(*puppy.getAttribute(2u)));
+}
+
+TEST_F(RTTITest, ADerivedListFollowsAttributesAddedToAndRemovedFromABaseLater)
+{
+    RTTI& animal = const_cast<RTTI&>(*Animal::getClassRTTI());
+    const RTTI& puppy = *Puppy::getClassRTTI();
+    ASSERT_EQ(4u, puppy.getAllAttributes().size());
+
+    animal.addAttribute(orvtest::ProbeAttribute<int>("tail", &animal));
+    ASSERT_EQ(5u, puppy.getAttributesCount());
+    EXPECT_STREQ("tail", puppy.getAttribute(2u)->getName());
+    EXPECT_STREQ("ownerName", puppy.getAllAttributes()[3]->getName());
+
+    animal.isRemoving(true);
+    animal.addAttribute(orvtest::ProbeAttribute<int>("tail", &animal));
+    animal.isRemoving(false);
+    EXPECT_EQ(4u, puppy.getAttributesCount());
+    EXPECT_STREQ("ownerName", puppy.getAttribute(2u)->getName());
 }
 
 TEST_F(RTTITest, ADescriptorLivesUntilItsLastHoldAndItsAttributesHoldTheirTypes)
