@@ -13,38 +13,27 @@
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvBenchSupport.h"
-#include "orvWanderContext.h"
+#include "support/orvWanderScene.h"
 
 namespace
 {
 
 const double kFrameStep = 1.0 / 25.0;
 
-/// A started library, a processor on the requested threads and one wandering simulation.
+/// A started library, a processor on the requested threads and the demo's wandering crowd over two entity types.
 class WanderWorld
 {
 public:
     WanderWorld(int entityCount, int threadCount)
     {
         _processor.init(threadCount);
-        _simulation = new orv::Simulation(entityCount, 0);
-        _wander = new orvdemo::WanderContext();
-        _simulation->addContext(_wander);
-        _simulation->createEntityType(entityCount);
-        _simulation->createEntityType(entityCount);
-        for (int i = 0; i < entityCount; ++i)
-        {
-            _simulation->createEntity(static_cast<unsigned int>(i & 1));
-        }
-        _processor.addSimulation(_simulation);
+        _processor.addSimulation(orvtest::buildWanderingWorld(entityCount, 2));
         _processor.update(kFrameStep);
     }
     ~WanderWorld() { _processor.finish(); }
 
     orvbench::CoreScope _core;
     orv::SimulationsProcessor _processor;
-    orv::Simulation* _simulation = nullptr;
-    orvdemo::WanderContext* _wander = nullptr;
 };
 
 void BM_FrameWander(benchmark::State& state)

@@ -13,7 +13,7 @@
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "orvCore.h"
-#include "orvWanderContext.h"
+#include "support/orvWanderScene.h"
 #include "system/log/orvCoreLog.h"
 #include "system/utils/orvFileDir.h"
 
@@ -150,7 +150,7 @@ void startLibrary(const Options& options)
     orv::useCoreDefaultAllocator();
     orv::initCore();
     // Registered before any snapshot is checked or read: a snapshot names its contexts by class identifier.
-    orvdemo::WanderContext::createClassRTTI(true);
+    orvtest::WanderContext::createClassRTTI(true);
     if (!options.verbose)
     {
         orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_WARNING);
@@ -168,24 +168,6 @@ void startThreads(const Options& options, orv::SimulationsProcessor& processor)
         printf("asked for %d threads, this machine has %d: using %d\n", options.threads, cpus,
                processor.getThreadCount());
     }
-}
-
-/// A crowd of options.entities wanderers spread over options.types entity types.
-orv::Simulation* buildWorld(const Options& options)
-{
-    orv::Simulation* simulation = new orv::Simulation(options.entities, 0);
-    simulation->addContext(new orvdemo::WanderContext());
-    for (int t = 0; t < options.types; ++t)
-    {
-        orv::EntityType* type = simulation->getEntityType(simulation->createEntityType(options.entities));
-        type->setScaleRange(0.9f, 1.1f);
-        type->setHeight(1.6f + 0.1f * static_cast<float>(t % 4));
-    }
-    for (int i = 0; i < options.entities; ++i)
-    {
-        simulation->createEntity(static_cast<unsigned int>(i % options.types));
-    }
-    return simulation;
 }
 
 /// Reads the whole file, or says why it cannot.
@@ -349,7 +331,7 @@ void printSummary(unsigned int framesRun, double simulated, int threads, int ali
 void finish(orv::SimulationsProcessor& processor)
 {
     processor.finish();
-    orvdemo::WanderContext::destroyClassRTTI(true);
+    orvtest::WanderContext::destroyClassRTTI(true);
     orv::finishCore();
 }
 
@@ -383,7 +365,7 @@ int main(int argc, char** argv)
         }
         else
         {
-            simulation = buildWorld(options);
+            simulation = orvtest::buildWanderingWorld(options.entities, options.types);
             processor.addSimulation(simulation);
             counts.created = options.entities;
         }

@@ -6,7 +6,7 @@
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvCore.h"
-#include "orvWanderContext.h"
+#include "support/orvWanderScene.h"
 #include "system/log/orvCoreLog.h"
 
 namespace
@@ -17,7 +17,7 @@ bool startLibrary()
     orv::useCoreDefaultAllocator();
     orv::initCore();
     // The demo's context, so that the snapshots the demo writes are known.
-    orvdemo::WanderContext::createClassRTTI(true);
+    orvtest::WanderContext::createClassRTTI(true);
     // Refusals are expected by the thousand: keep the log to real trouble.
     orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_CRITICAL);
     return true;

@@ -7,6 +7,7 @@
 #include "engine/simulation/orvSimulation.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "system/debug/orvAssert.h"
+#include "system/memory/orvLargePages.h"
 
 namespace orv
 {
@@ -111,9 +112,17 @@ bool isFreeListSoundOf(const InfoAt& infoAt, size_t count, uint32_t head)
 
 } // namespace
 
-EntitiesManager::EntitiesManager(int capacity)
+void EntitiesManager::reserveEntities(size_t capacity)
 {
     _entities.set_capacity(capacity);
+    // Entities are large (their generators live inside them) and are reached at random by handle: on large pages a
+    // lookup costs no walk of the page tables. A hint only; where the system has no such pages nothing changes.
+    adviseLargePages(_entities.data(), _entities.capacity() * sizeof(Entity));
+}
+
+EntitiesManager::EntitiesManager(int capacity)
+{
+    reserveEntities(static_cast<size_t>(capacity));
     _handleEntries.set_capacity(capacity);
     _handleEntries.resize(capacity);
     linkFreeList(_handleEntries);
@@ -228,6 +237,25 @@ void EntitiesManager::destroyEntity(EntityHandle handle)
     checkHandle(handle);
     const int denseIndex = _handleEntries[handle._index]._contentIndex;
     Entity& entity = _entities[denseIndex];
+    const int lastIndex = static_cast<int>(_entities.size()) - 1;
+    Entity& last = _entities[lastIndex];
+
+    // The entity, the last one (which moves into its place), their type slots and the last one's handle entry lie
+    // far apart: their loads are started together, so that their cache misses overlap instead of following one
+    // another.
+    AbstractEntityType* type = entity.getEntityType();
+    const int slot = entity.getIndexInEntityType();
+    AbstractEntityType* lastType = last.getEntityType();
+    const int lastSlot = last.getIndexInEntityType();
+    __builtin_prefetch(&_handleEntries[last.getHandle()._index], 1);
+    if (type != nullptr)
+    {
+        type->prefetchSlot(slot);
+    }
+    if (lastType != nullptr && denseIndex != lastIndex)
+    {
+        lastType->prefetchSlot(lastSlot);
+    }
 
     const EntityHandle parent = entity.getParentGroupHandle();
     GroupsManager& groups = _simulation->touchGroupsManager();
@@ -262,11 +290,10 @@ void EntitiesManager::destroyEntity(EntityHandle handle)
     handleEntry._active = 0;
     _firstFreeHandleEntry = handle._index;
 
-    const int lastIndex = static_cast<int>(_entities.size()) - 1;
     if (denseIndex != lastIndex)
     {
         // The last entity moves into the hole; its generator state stays behind with the slot it leaves.
-        Entity& moved = _entities[lastIndex];
+        const Entity& moved = last;
         entity = moved;
         _handleEntries[moved.getHandle()._index]._contentIndex = denseIndex;
         entity.getEntityType()->updateEntityHandle(entity.getIndexInEntityType(), &entity);
@@ -304,7 +331,7 @@ void EntitiesManager::setMaxEntities(int capacity)
     orvAssert(_simulation->getContextCount() == 2);
     _entities.clear();
     _handleEntries.clear();
-    _entities.set_capacity(capacity);
+    reserveEntities(static_cast<size_t>(capacity));
     _handleEntries.set_capacity(capacity);
     _handleEntries.resize(capacity);
     linkFreeList(_handleEntries);

@@ -111,7 +111,7 @@ public:
     /// saved, whatever the capacity of the world it is loaded into. Never below the present count.
     void setAllocatedEntityCount(int count)
     {
-        _entities.set_capacity(count > getEntityCount() ? static_cast<size_t>(count) : _entities.size());
+        reserveEntities(count > getEntityCount() ? static_cast<size_t>(count) : _entities.size());
     }
 
     /// Entities are not paused one by one: does nothing.
@@ -126,6 +126,8 @@ public:
 private:
     // Fatal unless the handle names an active entry of the table with the same counter.
     void checkHandle(EntityHandle handle) const;
+    // Sets the capacity of the dense array, on large pages where the system has them.
+    void reserveEntities(size_t capacity);
 
     Array<Entity> _entities;
     int _currentEntityId = 0;

@@ -140,7 +140,6 @@ private:
     Vector3 _position = Vector3::getNullVector();
     float _scale = 1.0f;
     int _lod = 0;
-    RandomNumberGenerator _rng;
     Quaternion _lastMoveOrientation = Quaternion::getIdentity();
     AbstractEntityType* _entityType = nullptr;
     int _indexInEntityType = -1;
@@ -154,6 +153,9 @@ private:
     int _beGroundAdaptUse = 0;
     int _groundAdaptMode = 2;
     const void* _physicUserPointer = nullptr;
+    // Last, past every other member: the generator's state is kilobytes, and the members that the frame, moves
+    // and destruction touch stay together in a few cache lines ahead of it.
+    RandomNumberGenerator _rng;
 };
 
 } // namespace orv

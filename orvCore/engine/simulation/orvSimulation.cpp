@@ -10,8 +10,8 @@
 #include "system/serialization/orvBinaryStream.h"
 #include "system/utils/orvFileDir.h"
 
-#include <cxxabi.h>
 #include <cstdlib>
+#include <cxxabi.h>
 #include <fstream>
 #include <iterator>
 #include <string>
@@ -461,6 +461,11 @@ void Simulation::setResolveEntityTypeEntities(bool)
 
 bool Simulation::exportToBinary(const char* path) const
 {
+    if (path == nullptr)
+    {
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot write a snapshot without a path");
+        return true;
+    }
     // The contexts that could not be read back are taken out for the writing only: the world itself is unchanged
     // when this returns.
     Array<IContext*>& contexts = const_cast<Array<IContext*>&>(_contexts);
@@ -485,6 +490,12 @@ bool Simulation::exportToBinary(const char* path) const
     stream.pack(*this);
     contexts = allContexts;
     stream.exportTo(path);
+    // The stream says nothing of a file it could not write; the host hears of it here. The result stays true, as
+    // every snapshot operation's does.
+    if (FileDir::size(path) != static_cast<int64_t>(stream.getLength()))
+    {
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot write the snapshot " << path << ": the file is not written");
+    }
     return true;
 }
 
@@ -492,8 +503,8 @@ bool Simulation::loadAndImportFromBinary(const char* path)
 {
     if (path == nullptr || !FileDir::exist(path))
     {
-        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << (path != nullptr ? path : "(null)")
-                                                                        << ": no such file");
+        orvLogCore(LogSeverity::LOG_ERROR,
+                   "Cannot load the snapshot " << (path != nullptr ? path : "(null)") << ": no such file");
         return false;
     }
     std::ifstream file(path, std::ios::in | std::ios::binary);
@@ -507,8 +518,8 @@ bool Simulation::loadAndImportFromBinary(const char* path)
     SnapshotCheckReport report;
     if (!checkBinaryData(data, bytes.size(), &report))
     {
-        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << path << ": at byte " << report._offset
-                                                                        << ", " << report._reason.c_str());
+        orvLogCore(LogSeverity::LOG_ERROR, "Cannot load the snapshot " << path << ": at byte " << report._offset << ", "
+                                                                       << report._reason.c_str());
         return false;
     }
     BinaryStream stream;

@@ -142,8 +142,8 @@ public:
     static void enqueueBlockingBatch(ProcessingBatchQueue& queue);
 
     /// Writes the process-wide generator, then this world, to a binary snapshot file. A context whose class has no
-    /// descriptor of its own could not be read back: it is left out, with a warning naming it. Host thread,
-    /// between frames.
+    /// descriptor of its own could not be read back: it is left out, with a warning naming it. A file that cannot
+    /// be written gets a LOG_ERROR line; the result is true all the same. Host thread, between frames.
     bool exportToBinary(const char* path) const;
     /// Replaces the process-wide generator's seed and this world with a binary snapshot file's. A missing file, or
     /// one that checkBinaryData refuses, gives a LOG_ERROR line naming the file and the reason, returns false and

@@ -93,36 +93,33 @@ bool BinaryStreamCheck::checkEnd()
 
 bool BinaryStreamCheck::refuse(const char* format, ...)
 {
-    if (_refused)
-    {
-        return false;
-    }
-    char reason[512];
     va_list arguments;
     va_start(arguments, format);
-    vsnprintf(reason, sizeof(reason), format, arguments);
+    refuseWith(_position, format, arguments);
     va_end(arguments);
-    _refused = true;
-    _refusalOffset = _position;
-    _refusalReason = reason;
     return false;
 }
 
 bool BinaryStreamCheck::refuseAt(uint64_t offset, const char* format, ...)
 {
-    if (_refused)
-    {
-        return false;
-    }
-    char reason[512];
     va_list arguments;
     va_start(arguments, format);
-    vsnprintf(reason, sizeof(reason), format, arguments);
+    refuseWith(offset, format, arguments);
     va_end(arguments);
+    return false;
+}
+
+void BinaryStreamCheck::refuseWith(uint64_t offset, const char* format, va_list arguments)
+{
+    if (_refused)
+    {
+        return;
+    }
+    char reason[512];
+    vsnprintf(reason, sizeof(reason), format, arguments);
     _refused = true;
     _refusalOffset = offset;
     _refusalReason = reason;
-    return false;
 }
 
 const RTTI* BinaryStreamCheck::getClassOfId(uint32_t id) const

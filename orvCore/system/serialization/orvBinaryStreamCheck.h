@@ -1,6 +1,7 @@
 // orvCore/system/serialization/orvBinaryStreamCheck.h
 #pragma once
 
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -176,6 +177,8 @@ private:
     };
     /// The plan of rtti's attributes; an index, since classes met later may add plans and move the array.
     size_t planOf(const RTTI& rtti);
+    /// Keeps the first refusal: its offset and its reason, formatted from arguments.
+    void refuseWith(uint64_t offset, const char* format, va_list arguments);
     /// Refuses for data that ends before size more bytes, unless refused already. Always false.
     bool refuseEarlyEnd(size_t size);
     /// True when derived derives from base, remembered for the last pair asked.

@@ -7,10 +7,7 @@
 #include "engine/simulation/orvSimulation.h"
 #include "support/orvBatchQueueDrain.h"
 #include "support/orvCoreTestSupport.h"
-#include "support/orvRecordingContext.h"
-#include "system/log/orvAbstractLogOutputter.h"
-#include "system/log/orvCoreLog.h"
-#include "system/log/orvLogEvent.h"
+#include "support/orvLogCapture.h"
 
 namespace
 {
@@ -51,16 +48,15 @@ public:
     DescribedContext() : SlicedContext(true, false) {}
 };
 
-/// Collects the messages of a log.
-class MessageCollector : public orv::AbstractLogOutputter
+std::vector<std::string> messagesOf(const orvtest::LogCapture& capture)
 {
-public:
-    MessageCollector() : orv::AbstractLogOutputter(orv::LogSeverity::LOG_DEBUG, &orv::getCoreLog()) {}
-    std::vector<std::string> _messages;
-
-protected:
-    void doOutput(const orv::LogEvent& event) override { _messages.push_back(event.getMessage()); }
-};
+    std::vector<std::string> messages;
+    for (const orvtest::LogCapture::Line& line : capture.getLines())
+    {
+        messages.push_back(line._message);
+    }
+    return messages;
+}
 
 std::vector<std::pair<int, int>> slicesOf(const std::vector<ProcessingBatch>& batches, orv::BatchUpdateMethod method)
 {
@@ -165,14 +161,14 @@ TEST_F(IContextTest, PerTypeInitialisationRunsInParallelOnlyForTwoTypesOrMore)
 
 TEST_F(IContextTest, InitBatchRunsOnceAndLogsOnce)
 {
-    MessageCollector collector;
+    orvtest::LogCapture capture;
     SlicedContext context(true, false);
     IContext::initBatch(0.0, &context, 0, 0);
     IContext::initBatch(0.0, &context, 0, 0);
     EXPECT_EQ(1, context._initCount);
     EXPECT_TRUE(context.isInitialized());
     EXPECT_EQ(IContext::ContextType::NAVIGATION, context.getContextType());
-    EXPECT_EQ(std::vector<std::string>{"orv::IContext initialized"}, collector._messages);
+    EXPECT_EQ(std::vector<std::string>{"orv::IContext initialized"}, messagesOf(capture));
 
     context.finish();
     EXPECT_FALSE(context.isInitialized());
@@ -181,7 +177,7 @@ TEST_F(IContextTest, InitBatchRunsOnceAndLogsOnce)
 
 TEST_F(IContextTest, LogLinesNameTheRegisteredClassOrFallBackToTheBase)
 {
-    MessageCollector collector;
+    orvtest::LogCapture capture;
     DescribedContext unregistered;
     IContext::initBatch(0.0, &unregistered, 0, 0);
     unregistered.finish();
@@ -192,7 +188,7 @@ TEST_F(IContextTest, LogLinesNameTheRegisteredClassOrFallBackToTheBase)
     DescribedContext::destroyClassRTTI(true);
     EXPECT_EQ((std::vector<std::string>{"orv::IContext initialized", "orv::IContext finished",
                                         "orvtest::DescribedContext initialized", "orvtest::DescribedContext finished"}),
-              collector._messages);
+              messagesOf(capture));
 }
 
 TEST_F(IContextTest, FinishOfAContextNeverInitialisedCallsNothing)
@@ -204,12 +200,12 @@ TEST_F(IContextTest, FinishOfAContextNeverInitialisedCallsNothing)
 
 TEST_F(IContextTest, LogLinesAreBuiltOnlyWhenTheFilterLetsThemThrough)
 {
-    MessageCollector collector;
+    orvtest::LogCapture capture;
     orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_WARNING);
     SlicedContext context(true, false);
     IContext::initBatch(0.0, &context, 0, 0);
     context.finish();
-    EXPECT_TRUE(collector._messages.empty());
+    EXPECT_TRUE(capture.getLines().empty());
     orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_INFO);
 }
 

@@ -1,145 +1,21 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <cmath>
 #include <string>
 #include <vector>
 
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
+#include "support/orvAllocationCounter.h"
 #include "support/orvCoreTestSupport.h"
-#include "system/log/orvAbstractLogOutputter.h"
-#include "system/log/orvCoreLog.h"
-#include "system/log/orvLogEvent.h"
-
-// A sanitizer runtime owns malloc: count through its hook rather than replace malloc. g++ names the sanitizer by a
-// macro, clang by a feature.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-#define ORV_TEST_SANITIZED_MALLOC 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define ORV_TEST_SANITIZED_MALLOC 1
-#endif
-#endif
-
-#if defined(ORV_TEST_SANITIZED_MALLOC)
-// The sanitizer runtime exports this hook; its header does not come with every compiler.
-extern "C" int __sanitizer_install_malloc_and_free_hooks(void (*mallocHook)(const volatile void*, size_t),
-                                                         void (*freeHook)(const volatile void*));
-#endif
-
-namespace
-{
-
-std::atomic<bool> g_countAllocations{false};
-std::atomic<int> g_allocationCount{0};
-
-} // namespace
-
-#if defined(ORV_TEST_SANITIZED_MALLOC)
-namespace
-{
-
-void onMalloc(const volatile void*, size_t)
-{
-    if (g_countAllocations.load(std::memory_order_relaxed))
-    {
-        g_allocationCount.fetch_add(1, std::memory_order_relaxed);
-    }
-}
-
-void onFree(const volatile void*)
-{
-}
-
-struct HookInstaller
-{
-    HookInstaller() { __sanitizer_install_malloc_and_free_hooks(&onMalloc, &onFree); }
-} g_hookInstaller;
-
-} // namespace
-#else
-// Every malloc of the process, the library's included, goes through these while the test binary runs.
-extern "C"
-{
-    void* __libc_malloc(size_t size);
-    void* __libc_calloc(size_t count, size_t size);
-    void* __libc_realloc(void* pointer, size_t size);
-
-    void* malloc(size_t size)
-    {
-        if (g_countAllocations.load(std::memory_order_relaxed))
-        {
-            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
-        }
-        return __libc_malloc(size);
-    }
-
-    void* calloc(size_t count, size_t size)
-    {
-        if (g_countAllocations.load(std::memory_order_relaxed))
-        {
-            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
-        }
-        return __libc_calloc(count, size);
-    }
-
-    void* realloc(void* pointer, size_t size)
-    {
-        if (g_countAllocations.load(std::memory_order_relaxed))
-        {
-            g_allocationCount.fetch_add(1, std::memory_order_relaxed);
-        }
-        return __libc_realloc(pointer, size);
-    }
-}
-#endif
+#include "support/orvLogCapture.h"
+#include "support/orvWanderScene.h"
 
 namespace
 {
 
 using orv::SimulationsProcessor;
-
-/// Makes each entity wander: every step draws from the entity's own generator, so the end state depends on
-/// each entity seeing its own draws in order, whichever thread runs its slice.
-class WanderTestContext : public orv::IContext
-{
-public:
-    WanderTestContext() : orv::IContext(true, false) {}
-    void setContextType() override { assignContextType(ContextType::NAVIGATION); }
-    void allocateComponentsArrays() override {}
-    void deallocateComponentsArrays() override {}
-    void doInit() override {}
-    void doUpdate(orv::Time) override {}
-    void doFinish() override {}
-    bool registeredOnUpdateEntityComponents() const override { return true; }
-    void onUpdateEntityComponents(orv::Time dt, int first, int last) override
-    {
-        orv::EntitiesManager& manager = getSimulation()->touchEntitiesManager();
-        for (int i = first; i <= last; ++i)
-        {
-            orv::Entity* entity = manager.getEntity(i);
-            const float heading = entity->touchRNG().frand(-3.14159f, 3.14159f);
-            const float speed = entity->touchRNG().frand(0.5f, 1.5f);
-            orv::Vector3 position = entity->getPosition();
-            position.x += std::cos(heading) * speed * static_cast<float>(dt);
-            position.z += std::sin(heading) * speed * static_cast<float>(dt);
-            entity->setPosition(position);
-            entity->setSpeed(speed);
-        }
-    }
-};
-
-/// Collects the messages of the core log.
-class MessageCollector : public orv::AbstractLogOutputter
-{
-public:
-    MessageCollector() : orv::AbstractLogOutputter(orv::LogSeverity::LOG_DEBUG, &orv::getCoreLog()) {}
-    std::vector<std::string> _messages;
-
-protected:
-    void doOutput(const orv::LogEvent& event) override { _messages.push_back(event.getMessage()); }
-};
+using orvtest::buildWanderingWorld;
 
 struct IndexRecorder
 {
@@ -172,19 +48,6 @@ protected:
         CoreTest::TearDown();
     }
 
-    orv::Simulation* buildWanderingWorld(int entityCount)
-    {
-        orv::Simulation* simulation = new orv::Simulation(entityCount, 0);
-        simulation->addContext(new WanderTestContext());
-        const int typeA = simulation->createEntityType(entityCount);
-        const int typeB = simulation->createEntityType(entityCount);
-        for (int i = 0; i < entityCount; ++i)
-        {
-            simulation->createEntity(i % 3 == 0 ? typeB : typeA);
-        }
-        return simulation;
-    }
-
     SimulationsProcessor _processor;
 };
 
@@ -208,16 +71,16 @@ TEST_F(SimulationsProcessorTest, FreshProcessorRunsOnTheCallingThreadAlone)
 
 TEST_F(SimulationsProcessorTest, TooManyThreadsAreBoundedToTheLogicalCPUsWithALogLine)
 {
-    MessageCollector collector;
+    orvtest::LogCapture capture;
     const int cpus = _processor.getLogicalCPUsCount();
     _processor.init(cpus + 3);
     EXPECT_EQ(cpus, _processor.getThreadCount());
-    ASSERT_EQ(1u, collector._messages.size());
+    ASSERT_EQ(1u, capture.getLines().size());
     EXPECT_EQ("Cannot set Orvane Engine worker threads number below 1 or above logical CPUs of the computer, "
               "bounding value " +
                   std::to_string(cpus + 3) + " to [1," + std::to_string(cpus) +
                   "]. Note : ThreadCount includes main thread.",
-              collector._messages[0]);
+              capture.getLines()[0]._message);
 }
 
 TEST_F(SimulationsProcessorTest, EveryIndexRunsExactlyOnceOnThePool)
@@ -242,14 +105,16 @@ TEST_F(SimulationsProcessorTest, UpdateWithNoSimulationDoesNothing)
     EXPECT_EQ(0.0, _processor.getSimulationsCollection().getDuration());
 }
 
-TEST_F(SimulationsProcessorTest, OneAndTwoThreadsFromTheSameSeedEndInTheSameState)
+TEST_F(SimulationsProcessorTest, OneTwoAndMoreThreadsThanCoresFromTheSameSeedEndInTheSameState)
 {
-    std::vector<std::vector<float>> endStates;
-    for (int threads = 1; threads <= 2; ++threads)
+    // More threads than cores are bounded to every core: the third run has the most workers the machine allows.
+    const int threadCounts[] = {1, 2, _processor.getLogicalCPUsCount() + 1};
+    std::vector<std::vector<uint32_t>> endStates;
+    for (int threads : threadCounts)
     {
         orv::getRNG().setSeed(42);
         _processor.init(threads);
-        orv::Simulation* simulation = buildWanderingWorld(2000);
+        orv::Simulation* simulation = buildWanderingWorld(2000, 2);
         _processor.addSimulation(simulation);
         std::vector<orv::EntityHandle> handles;
         for (int frame = 0; frame < 30; ++frame)
@@ -270,40 +135,32 @@ TEST_F(SimulationsProcessorTest, OneAndTwoThreadsFromTheSameSeedEndInTheSameStat
                 _processor.initEntities(simulation, handles.data(), static_cast<int>(handles.size()));
             }
         }
-        std::vector<float> state;
-        for (const orv::Entity& entity : simulation->getEntitiesManager().getEntities())
-        {
-            state.push_back(entity.getPosition().x);
-            state.push_back(entity.getPosition().z);
-            state.push_back(static_cast<float>(entity.getHandle().getUint32()));
-        }
-        endStates.push_back(state);
+        endStates.push_back(orvtest::getPosesInHandleOrder(*simulation));
         _processor.finish();
     }
-    ASSERT_EQ(endStates[0].size(), endStates[1].size());
+    ASSERT_EQ(2000u * 8u, endStates[0].size());
     EXPECT_TRUE(endStates[0] == endStates[1]);
+    EXPECT_TRUE(endStates[0] == endStates[2]);
 }
 
 TEST_F(SimulationsProcessorTest, FramesAfterTheFirstAllocateNothing)
 {
     _processor.init(2);
-    _processor.addSimulation(buildWanderingWorld(5000));
+    _processor.addSimulation(buildWanderingWorld(5000, 2));
     _processor.update(0.04);
     _processor.update(0.04);
-    g_allocationCount.store(0);
-    g_countAllocations.store(true);
+    orvtest::ScopedAllocationCount allocations;
     for (int frame = 0; frame < 20; ++frame)
     {
         _processor.update(0.04);
     }
-    g_countAllocations.store(false);
-    EXPECT_EQ(0, g_allocationCount.load());
+    EXPECT_EQ(0, allocations.stop());
 }
 
 TEST_F(SimulationsProcessorTest, FinishDeletesTheSimulationsAndStopsTheWorkers)
 {
     _processor.init(2);
-    _processor.addSimulation(buildWanderingWorld(10));
+    _processor.addSimulation(buildWanderingWorld(10, 2));
     _processor.update(0.04);
     _processor.finish();
     EXPECT_EQ(0, _processor.getSimulationsCollection().getSimulationCount());
@@ -312,7 +169,7 @@ TEST_F(SimulationsProcessorTest, FinishDeletesTheSimulationsAndStopsTheWorkers)
 
 TEST_F(SimulationsProcessorTest, RemovedSimulationIsFinishedAndHandedBack)
 {
-    orv::Simulation* simulation = buildWanderingWorld(10);
+    orv::Simulation* simulation = buildWanderingWorld(10, 2);
     _processor.addSimulation(simulation);
     EXPECT_EQ(&_processor.touchSimulationsCollection(), simulation->getSimulationsCollection());
     EXPECT_TRUE(_processor.removeSimulation(simulation));

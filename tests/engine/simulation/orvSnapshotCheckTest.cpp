@@ -252,6 +252,10 @@ TEST_F(SnapshotCheckTest, ARefusedFileLeavesTheWorldAsItWas)
         EXPECT_TRUE(log.hasLine(orv::LogSeverity::LOG_ERROR, {_path.c_str(), at.c_str(), report._reason.c_str()}))
             << log.describe();
         EXPECT_TRUE(log.hasLine(orv::LogSeverity::LOG_ERROR, {missing.c_str(), "no such file"})) << log.describe();
+        // Writing where no file can be made keeps the result every snapshot operation gives, and says why.
+        const std::string unwritable = _path + ".missing/snapshot.bin";
+        EXPECT_TRUE(target.exportToBinary(unwritable.c_str()));
+        EXPECT_TRUE(log.hasLine(orv::LogSeverity::LOG_ERROR, {unwritable.c_str(), "not written"})) << log.describe();
     }
     EXPECT_EQ(5u, orv::getRNG().getSeed());
     EXPECT_EQ(1, target.getEntityTypeCount());
