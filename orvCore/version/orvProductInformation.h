@@ -17,6 +17,7 @@ public:
     /// "Unknown" texts and version 0.0.0.0.
     static ProductInformation getDefaultUnknown();
 
+    /// The fields as given to the constructor, truncated to their fields.
     const char* getProductName() const { return _productName; }
     const char* getDescription() const { return _description; }
     unsigned int getMajorVersion() const { return _majorVersion; }

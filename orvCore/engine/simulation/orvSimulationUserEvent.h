@@ -15,12 +15,14 @@ class SimulationUserEvent
     ORV_DECLARE_ABSTRACT_RTTI(SimulationUserEvent)
 
 public:
+    /// An event due at triggerTime, in seconds of simulation time; owned by the list that holds it.
     explicit SimulationUserEvent(Time triggerTime = 0.0) : _triggerTime(triggerTime) {}
     virtual ~SimulationUserEvent();
 
     /// The host's call.
     virtual void trigger() = 0;
 
+    /// When the event is due, in seconds of simulation time.
     Time getTriggerTime() const { return _triggerTime; }
     void setTriggerTime(Time triggerTime) { _triggerTime = triggerTime; }
     bool operator<(const SimulationUserEvent& other) const { return _triggerTime < other._triggerTime; }

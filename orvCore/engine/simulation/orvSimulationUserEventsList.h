@@ -16,6 +16,7 @@ class SimulationUserEventsList
     ORV_DECLARE_VALUE_RTTI(SimulationUserEventsList)
 
 public:
+    /// The events, owned by the list; host thread, between frames.
     const Array<SimulationUserEvent*>& getUserEvents() const { return _userEvents; }
     Array<SimulationUserEvent*>& touchUserEvents() { return _userEvents; }
 

@@ -195,14 +195,23 @@ void SimulationsProcessor::consumeBatchQueueTask()
             break;
         }
         const ProcessingBatch* batches = _runBatches.load(std::memory_order_relaxed);
-        if (_currentBatchToProcess._value.compare_exchange_weak(cursor, cursor + 1, std::memory_order_acq_rel,
+        // Each claim moves the shared cursor from core to core, which costs as much as a small batch: a thread
+        // claims a share of what remains, a smaller one as the run drains, so that a run of a hundred slices takes
+        // a dozen claims and the threads still end together.
+        const uint32_t remaining = _runBatchCount._value.load(std::memory_order_relaxed) - index;
+        const uint32_t share = remaining / (2u * static_cast<uint32_t>(_workerThreadCount + 1));
+        const uint32_t take = share > 0 ? share : 1u;
+        if (_currentBatchToProcess._value.compare_exchange_weak(cursor, cursor + take, std::memory_order_acq_rel,
                                                                 std::memory_order_acquire))
         {
-            const ProcessingBatch& batch = batches[index];
-            batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
-            ++batchesRun;
+            for (uint32_t i = index; i < index + take; ++i)
+            {
+                const ProcessingBatch& batch = batches[i];
+                batch._updateMethod(batch._dt, batch._userData, batch._firstIndex, batch._lastIndex);
+            }
+            batchesRun += take;
             // The run cannot end while this thread's batches are not counted: the next index is in the same run.
-            ++cursor;
+            cursor += take;
         }
     }
     if (batchesRun != 0)

@@ -15,6 +15,7 @@ template <typename T, typename Derived>
 class ArrayBase
 {
 public:
+    /// The standard container types: elements, walked by pointer.
     typedef T value_type;
     typedef T* iterator;
     typedef const T* const_iterator;

@@ -28,6 +28,7 @@ template <typename T>
 class DLinkedList
 {
 public:
+    /// The nodes of the list, owned by it.
     typedef DLinkedListNode<T> Node;
 
     /// Bytes of a buffer that holds nodeCount nodes, for initializeFromArray.

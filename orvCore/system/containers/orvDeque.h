@@ -22,6 +22,7 @@ template <typename T>
 class OrvDeque
 {
 public:
+    /// The standard container types.
     typedef T value_type;
 
     /// Slots of the block map at start; the head starts in the middle of them.

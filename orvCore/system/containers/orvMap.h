@@ -64,6 +64,7 @@ public:
     class IteratorBase : public Base::template Position<IteratorBase<IsConst>>
     {
     public:
+        /// The standard iterator types: an iterator points at a node, with its key and value.
         typedef typename std::conditional<IsConst, const OrvMapNode, OrvMapNode>::type NodeType;
         typedef typename std::conditional<IsConst, const OrvMap, OrvMap>::type MapType;
         typedef std::bidirectional_iterator_tag iterator_category;
@@ -101,6 +102,7 @@ public:
         MapType* _map = nullptr;
     };
 
+    /// Iterators in ascending key order, mutable and const.
     typedef IteratorBase<false> iterator;
     typedef IteratorBase<true> const_iterator;
 

@@ -14,6 +14,7 @@ template <typename T, typename C = OrvDeque<T>>
 class OrvQueue
 {
 public:
+    /// The standard adaptor types: the elements and the container that holds them.
     typedef T value_type;
     typedef C container_type;
 

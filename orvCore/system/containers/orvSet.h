@@ -56,6 +56,7 @@ public:
     class const_iterator : public Base::template Position<const_iterator>
     {
     public:
+        /// The standard iterator types: an iterator points at a const key.
         typedef std::bidirectional_iterator_tag iterator_category;
         typedef K value_type;
         typedef ptrdiff_t difference_type;

@@ -16,6 +16,7 @@ namespace orv
 class OrvString
 {
 public:
+    /// The standard container types: characters, walked by pointer.
     typedef char value_type;
     typedef char* iterator;
     typedef const char* const_iterator;

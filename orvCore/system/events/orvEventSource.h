@@ -11,6 +11,7 @@ template <class T>
 class Event
 {
 public:
+    /// An event of source, which it refers to and does not own; any thread that owns the source.
     explicit Event(T& source) : _source(&source) {}
     virtual ~Event() = default;
     T& getSource() const { return *_source; }
@@ -25,11 +26,14 @@ template <class Listener, class E>
 class EventSource
 {
 public:
+    /// The member function of Listener that hears an event.
     typedef void (Listener::*ProcessEvent)(const E&);
 
+    /// A source with no listener, calling processEvent on each listener it will have. One thread at a time.
     explicit EventSource(ProcessEvent processEvent) : _processEvent(processEvent) {}
     virtual ~EventSource() = default;
 
+    /// Appends a listener, not owned; it must outlive its place in the list.
     void addListener(Listener* listener) { _listeners.push_back(listener); }
 
     /// Removes the first occurrence of the listener; false if it is absent.
@@ -46,6 +50,7 @@ public:
         return false;
     }
 
+    /// True when the listener is in the list.
     bool hasListener(const Listener* listener) const
     {
         for (size_t i = 0; i < _listeners.size(); ++i)
@@ -58,10 +63,12 @@ public:
         return false;
     }
 
+    /// The listeners in the order they hear events; replaceable whole, and counted.
     const PODArray<Listener*>& getListeners() const { return _listeners; }
     void setListeners(const PODArray<Listener*>& listeners) { _listeners = listeners; }
     size_t getListenersCount() const { return _listeners.size(); }
 
+    /// Calls every listener with the event, in list order, on the calling thread.
     void publishEvent(const E& event) const
     {
         for (size_t i = 0; i < _listeners.size(); ++i)

@@ -36,6 +36,7 @@ public:
         return *_instance;
     }
 
+    /// True between the instance's creation and its destruction.
     static bool exists() { return _instance != nullptr; }
 
 private:

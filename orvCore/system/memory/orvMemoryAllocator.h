@@ -13,8 +13,10 @@ namespace orv
 class MemoryAllocator
 {
 public:
+    /// The alignment of allocations that ask for none, in bytes.
     static const size_t DEFAULT_ALIGN = 16;
 
+    /// Allocators are deleted through this interface by their owner.
     virtual ~MemoryAllocator();
 
     /// A block of size bytes aligned to align, counted under the category. Any thread.

@@ -16,6 +16,7 @@ class MemoryStats
 public:
     MemoryStats();
 
+    /// Counts an allocation of size bytes in category, or its release. Any thread.
     void addMemoryAllocation(MemAllocStatId category, uint64_t size);
     void removeMemoryAllocation(MemAllocStatId category, uint64_t size);
 

@@ -14,10 +14,12 @@ public:
     bool initialize(MemoryAllocator* target, unsigned int category);
     void uninitialize();
 
+    /// The target's, under the proxy's own category; any thread the target allows.
     void* allocate(size_t size, size_t align, MemAllocStatId category) override;
     void deallocate(void* pointer, MemAllocStatId category) override;
     bool isValidAlloc(void* pointer) const override;
 
+    /// The target and the category given to initialize; null and 0 before.
     MemoryAllocator* getTarget() const { return _target; }
     unsigned int getCategory() const { return _category; }
 

@@ -39,6 +39,7 @@ public:
     ConditionVar();
     ~ConditionVar();
     ConditionVar(const ConditionVar&) = delete;
+    /// Not copyable.
     ConditionVar& operator=(const ConditionVar&) = delete;
 
     /// Releases the lock's mutex, sleeps until notified, and locks it again. May wake without a notification.

@@ -18,6 +18,7 @@ public:
     JobProcessor() = default;
     ~JobProcessor() override = default;
     JobProcessor(const JobProcessor&) = delete;
+    /// Not copyable.
     JobProcessor& operator=(const JobProcessor&) = delete;
 
     /// Allocates the queue for jobCountMax slots, a power of two, of which one stays free. False otherwise.

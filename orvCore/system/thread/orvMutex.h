@@ -33,6 +33,7 @@ public:
     Mutex();
     ~Mutex();
     Mutex(const Mutex&) = delete;
+    /// Not copyable.
     Mutex& operator=(const Mutex&) = delete;
 
     /// Takes the lock, sleeping while another thread holds it.

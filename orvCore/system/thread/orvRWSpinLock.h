@@ -40,6 +40,7 @@ public:
     RWSpinLock();
     ~RWSpinLock();
     RWSpinLock(const RWSpinLock&) = delete;
+    /// Not copyable.
     RWSpinLock& operator=(const RWSpinLock&) = delete;
 
     /// Takes a share of the lock, spinning while a writer holds it.

@@ -33,6 +33,7 @@ public:
     SpinLock();
     ~SpinLock();
     SpinLock(const SpinLock&) = delete;
+    /// Not copyable.
     SpinLock& operator=(const SpinLock&) = delete;
 
     /// Takes the lock, spinning while another thread holds it.

@@ -10,6 +10,7 @@ namespace orv
 class TaskBase
 {
 public:
+    /// Tasks are deleted through this interface by their owner.
     virtual ~TaskBase() = default;
 
     /// The body: runs on the task's thread until a stop is requested.
