@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "engine/simulation/orvSimulation.h"
-#include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvCore.h"
+#include "support/orvLoadedWorldUse.h"
 #include "support/orvWanderScene.h"
 #include "system/log/orvCoreLog.h"
 
@@ -23,32 +23,6 @@ bool startLibrary()
     return true;
 }
 
-void useLoadedWorld(orv::Simulation* world)
-{
-    if (world->isInitialized())
-    {
-        orv::Simulation::finishBatch(0.0, world, 0, 0);
-    }
-    orv::SimulationsProcessor processor;
-    processor.addSimulation(world);
-    processor.update(0.04);
-    const orv::EntitiesManager& manager = world->getEntitiesManager();
-    for (int t = 0; t < world->getEntityTypeCount(); ++t)
-    {
-        const orv::EntityType* type = world->getEntityType(t);
-        if (manager.getEntityCount() < manager.getMaxEntities() && type->getInstanceCount() < type->getMaxCount())
-        {
-            world->createEntity(static_cast<unsigned int>(t));
-        }
-    }
-    if (manager.getEntityCount() > 0)
-    {
-        world->destroyEntity(manager.getEntity(manager.getEntityCount() / 2)->getHandle());
-    }
-    processor.update(0.04);
-    processor.finish();
-}
-
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
@@ -61,6 +35,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     orv::Simulation* world = new orv::Simulation(4, 0);
     orv::Simulation::importFromValidatedBinaryData(data, size, *world);
-    useLoadedWorld(world);
+    orvtest::useLoadedWorld(world);
     return 0;
 }

@@ -13,6 +13,7 @@
 #include "engine/simulation/orvSnapshotCheck.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "support/orvCoreTestSupport.h"
+#include "support/orvLoadedWorldUse.h"
 #include "support/orvLogCapture.h"
 
 namespace
@@ -72,34 +73,12 @@ protected:
         file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(size));
     }
 
-    /// Loads what the check accepted and uses the world as a host would: a frame, new and destroyed entities, and
-    /// the end of the world.
+    /// Loads what the check accepted and uses the world as a host would, to its end.
     static void loadAndUse(const uint8_t* data, size_t size)
     {
         Simulation* world = new Simulation(4, 0);
         ASSERT_TRUE(Simulation::importFromValidatedBinaryData(data, size, *world));
-        if (world->isInitialized())
-        {
-            Simulation::finishBatch(0.0, world, 0, 0);
-        }
-        orv::SimulationsProcessor processor;
-        processor.addSimulation(world);
-        processor.update(0.04);
-        const orv::EntitiesManager& manager = world->getEntitiesManager();
-        for (int t = 0; t < world->getEntityTypeCount(); ++t)
-        {
-            const orv::EntityType* type = world->getEntityType(t);
-            if (manager.getEntityCount() < manager.getMaxEntities() && type->getInstanceCount() < type->getMaxCount())
-            {
-                world->createEntity(static_cast<unsigned int>(t));
-            }
-        }
-        if (world->getEntityCount() > 0)
-        {
-            world->destroyEntity(manager.getEntity(0)->getHandle());
-        }
-        processor.update(0.04);
-        processor.finish();
+        orvtest::useLoadedWorld(world);
     }
 
     std::string _path;
