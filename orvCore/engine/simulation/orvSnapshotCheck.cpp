@@ -366,10 +366,16 @@ private:
     // A derivation test walks the bases; a world has a handful of classes, so each is classified once.
     ClassKind kindOf(const RTTI& rtti)
     {
+        // Objects of one class come in long runs: the entities, the handle entries.
+        if (_lastClass < _classes.size() && _classes[_lastClass]._rtti == &rtti)
+        {
+            return _classes[_lastClass]._kind;
+        }
         for (size_t i = 0; i < _classes.size(); ++i)
         {
             if (_classes[i]._rtti == &rtti)
             {
+                _lastClass = i;
                 return _classes[i]._kind;
             }
         }
@@ -717,6 +723,7 @@ private:
     Value _entryCount;
     PODArray<ClassRecord> _classes;
     PODArray<Frame> _frames;
+    size_t _lastClass = 0;
     PODArray<EntryRecord> _entryRecords;
     PODArray<EntityRecord> _entityRecords;
     Array<TypeRecord> _typeRecords;

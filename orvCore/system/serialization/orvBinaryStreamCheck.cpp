@@ -148,17 +148,20 @@ BinaryStreamCheck::IdRecord* BinaryStreamCheck::growRecords(uint32_t id)
     return &_ids[id];
 }
 
-size_t BinaryStreamCheck::planOf(const RTTI& rtti)
+size_t BinaryStreamCheck::findPlan(const RTTI& rtti)
 {
-    // A world has a handful of classes and meets them in runs: the last one found is the usual answer.
-    if (_lastPlan < _plans.size() && _plans[_lastPlan]._rtti == &rtti)
+    // A world has a handful of classes, met in patterns such as an entity and then its generator: the last two
+    // found are the usual answer.
+    if (_previousPlan < _plans.size() && _plans[_previousPlan]._rtti == &rtti)
     {
+        std::swap(_lastPlan, _previousPlan);
         return _lastPlan;
     }
     for (size_t i = 0; i < _plans.size(); ++i)
     {
         if (_plans[i]._rtti == &rtti)
         {
+            _previousPlan = _lastPlan;
             _lastPlan = i;
             return i;
         }
@@ -196,6 +199,8 @@ size_t BinaryStreamCheck::planOf(const RTTI& rtti)
         }
     }
     plan._count = _steps.size() - plan._first;
+    plan._attributesCount = static_cast<uint32_t>(attributes.size());
+    _previousPlan = _lastPlan;
     _lastPlan = _plans.size();
     _plans.push_back(plan);
     return _lastPlan;
@@ -260,7 +265,9 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
     {
         return false;
     }
-    if (attributesCount != rtti.getAttributesCount())
+    // An index, not an address: classes met inside may add plans and move the array.
+    const size_t plan = planOf(rtti);
+    if (attributesCount != _plans[plan]._attributesCount)
     {
         return refuseAt(offset + sizeof(id), "an object of class %s has %u attributes, the stream gives %u",
                         rtti.getTypeName(), rtti.getAttributesCount(), static_cast<unsigned int>(attributesCount));
@@ -311,16 +318,15 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
     }
     ++_depth;
     const AbstractAttribute* holder = _attribute;
-    // Indices, not addresses: classes met inside may add plans and move the arrays.
-    const size_t plan = planOf(rtti);
     const size_t first = _plans[plan]._first;
     const size_t count = _plans[plan]._count;
     for (size_t i = first; i < first + count && !_refused; ++i)
     {
-        // Copied: a step may add plans and move the array.
-        const Step step = _steps[i];
+        // Read field by field, and again at each step: a step may add plans and move the array.
+        const Step& step = _steps[i];
+        const AttributeStreamShape::Kind kind = step._kind;
         _attribute = step._attribute;
-        switch (step._kind)
+        switch (kind)
         {
         case AttributeStreamShape::PLAIN:
             skipBytes(step._bytes);
@@ -339,10 +345,13 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
             checkInspectablePointer(step._rtti);
             break;
         case AttributeStreamShape::OBJECT:
-            checkObjectBody(*step._rtti, 0, step._notify);
+        {
+            const RTTI* objectRTTI = step._rtti;
+            checkObjectBody(*objectRTTI, 0, step._notify);
             break;
+        }
         default:
-            step._attribute->check(*this);
+            _attribute->check(*this);
             break;
         }
     }

@@ -174,9 +174,15 @@ private:
         const RTTI* _rtti;
         size_t _first;
         size_t _count;
+        uint32_t _attributesCount;
     };
     /// The plan of rtti's attributes; an index, since classes met later may add plans and move the array.
-    size_t planOf(const RTTI& rtti);
+    size_t planOf(const RTTI& rtti)
+    {
+        return _lastPlan < _plans.size() && _plans[_lastPlan]._rtti == &rtti ? _lastPlan : findPlan(rtti);
+    }
+    /// planOf past the last plan found: the one before, a known one, or a new one.
+    size_t findPlan(const RTTI& rtti);
     /// Keeps the first refusal: its offset and its reason, formatted from arguments.
     void refuseWith(uint64_t offset, const char* format, va_list arguments);
     /// Refuses for data that ends before size more bytes, unless refused already. Always false.
@@ -199,6 +205,7 @@ private:
     PODArray<Plan> _plans;
     PODArray<Step> _steps;
     size_t _lastPlan = 0;
+    size_t _previousPlan = 0;
     const RTTI* _lastDerived = nullptr;
     const RTTI* _lastBase = nullptr;
 };
