@@ -1,6 +1,22 @@
 // orvCore/orvCore.cpp
 #include "orvCore.h"
 
+#include "behavior/callBacks/orvAbstractOperatorCallBack.h"
+#include "behavior/callBacks/orvAbstractTrigger.h"
+#include "behavior/callBacks/orvBehaviorStatusCallBack.h"
+#include "behavior/callBacks/orvBoolCallBackPointer.h"
+#include "behavior/callBacks/orvConstantValueCallback.h"
+#include "behavior/callBacks/orvCountTrigger.h"
+#include "behavior/callBacks/orvDelayTrigger.h"
+#include "behavior/callBacks/orvEmptyVoidCallBack.h"
+#include "behavior/callBacks/orvITypedCallBack.h"
+#include "behavior/callBacks/orvIVoidCallBack.h"
+#include "behavior/callBacks/orvLogicalNotBoolCallBack.h"
+#include "behavior/callBacks/orvLogicalOperatorCallBack.h"
+#include "behavior/callBacks/orvScalarCallBackComparisonOperator.h"
+#include "behavior/callBacks/orvScalarCallBackPointer.h"
+#include "behavior/callBacks/orvSequenceTrigger.h"
+#include "behavior/callBacks/orvVoidFunctionCallBack.h"
 #include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "engine/ground/orvAbstractGround.h"
@@ -51,6 +67,9 @@ unsigned int initCount = 0;
 void createClassDescriptors()
 {
     HandleEntry::createClassRTTI(true);
+    ITypedCallBack<bool>::createClassRTTI(true);
+    ITypedCallBack<unsigned int>::createClassRTTI(true);
+    ITypedCallBack<float>::createClassRTTI(true);
     Entity::createClassRTTI(true);
     AbstractEntityType::createClassRTTI(true);
     EntityType::createClassRTTI(true);
@@ -67,17 +86,39 @@ void createClassDescriptors()
     IndexTriplet<int>::createClassRTTI(true);
     IndexTriplet<unsigned int>::createClassRTTI(true);
 
+    IVoidCallBack::createClassRTTI(true);
+    AbstractTrigger::createClassRTTI(true);
+    AbstractOperatorCallBack::createClassRTTI(true);
+    LogicalOperatorCallBack::createClassRTTI(true);
+    LogicalNotBoolCallBack::createClassRTTI(true);
+    ConstantValueCallback<bool>::createClassRTTI(true);
+    ConstantValueCallback<float>::createClassRTTI(true);
+    EmptyVoidCallBack::createClassRTTI(true);
+    DelayTrigger::createClassRTTI(true);
+    SequenceTrigger::createClassRTTI(true);
+    BehaviorStatusCallBack::createClassRTTI(true);
+    CountTrigger::createClassRTTI(true);
+    SmartPointer<ITypedCallBack<bool>>::createClassRTTI(true);
+    SmartPointer<ITypedCallBack<unsigned int>>::createClassRTTI(true);
+    SmartPointer<ITypedCallBack<float>>::createClassRTTI(true);
+    BoolCallBackPointer::createClassRTTI(true);
+    ScalarCallBackPointer<unsigned int>::createClassRTTI(true);
+    ScalarCallBackPointer<float>::createClassRTTI(true);
+
     Simulation::createClassRTTI(true);
     NoGround::createClassRTTI(true);
     Interval<float>::createClassRTTI(true);
     AbstractGround::createClassRTTI(true);
     GroundManager::createClassRTTI(true);
+
+    VoidFunctionCallBack::createClassRTTI(true);
 }
 
 // The descriptors created after the stream tables are ready.
 void createRemainingClassDescriptors()
 {
     BehaviorGraph::createClassRTTI(true);
+    ScalarCallBackComparisonOperator<unsigned int>::createClassRTTI(true);
 
     Group::createClassRTTI(true);
     ReferenceCounter::createClassRTTI(true);
@@ -92,18 +133,41 @@ void destroyRemainingClassDescriptors()
     ReferenceCounter::destroyClassRTTI(true);
     Group::destroyClassRTTI(true);
 
+    ScalarCallBackComparisonOperator<unsigned int>::destroyClassRTTI(true);
     BehaviorGraph::destroyClassRTTI(true);
 }
 
 // The reverse of createClassDescriptors, but for the physics interfaces, which go after IndexTriplet<unsigned int>
-// and ahead of the triangle partition.
+// and ahead of the triangle partition, and for the three smart pointers of call-backs, which go ahead of the
+// call-back pointers.
 void destroyClassDescriptors()
 {
+    VoidFunctionCallBack::destroyClassRTTI(true);
+
     GroundManager::destroyClassRTTI(true);
     AbstractGround::destroyClassRTTI(true);
     Interval<float>::destroyClassRTTI(true);
     NoGround::destroyClassRTTI(true);
     Simulation::destroyClassRTTI(true);
+
+    SmartPointer<ITypedCallBack<float>>::destroyClassRTTI(true);
+    SmartPointer<ITypedCallBack<unsigned int>>::destroyClassRTTI(true);
+    SmartPointer<ITypedCallBack<bool>>::destroyClassRTTI(true);
+    ScalarCallBackPointer<float>::destroyClassRTTI(true);
+    ScalarCallBackPointer<unsigned int>::destroyClassRTTI(true);
+    BoolCallBackPointer::destroyClassRTTI(true);
+    CountTrigger::destroyClassRTTI(true);
+    BehaviorStatusCallBack::destroyClassRTTI(true);
+    SequenceTrigger::destroyClassRTTI(true);
+    DelayTrigger::destroyClassRTTI(true);
+    EmptyVoidCallBack::destroyClassRTTI(true);
+    ConstantValueCallback<float>::destroyClassRTTI(true);
+    ConstantValueCallback<bool>::destroyClassRTTI(true);
+    LogicalNotBoolCallBack::destroyClassRTTI(true);
+    LogicalOperatorCallBack::destroyClassRTTI(true);
+    AbstractOperatorCallBack::destroyClassRTTI(true);
+    AbstractTrigger::destroyClassRTTI(true);
+    IVoidCallBack::destroyClassRTTI(true);
 
     IndexTriplet<unsigned int>::destroyClassRTTI(true);
     IndexTriplet<int>::destroyClassRTTI(true);
@@ -120,6 +184,9 @@ void destroyClassDescriptors()
     EntityType::destroyClassRTTI(true);
     AbstractEntityType::destroyClassRTTI(true);
     Entity::destroyClassRTTI(true);
+    ITypedCallBack<float>::destroyClassRTTI(true);
+    ITypedCallBack<unsigned int>::destroyClassRTTI(true);
+    ITypedCallBack<bool>::destroyClassRTTI(true);
     HandleEntry::destroyClassRTTI(true);
 }
 

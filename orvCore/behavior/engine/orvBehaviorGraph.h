@@ -6,6 +6,8 @@
 namespace orv
 {
 
+class AbstractEntityType;
+
 /// The behaviour graph of one entity type, held by value by the type. Today it holds no behaviour: it counts the
 /// type's slots, up to the highest one used, and its maximum count. Changed on the host thread only.
 class BehaviorGraph
@@ -25,9 +27,15 @@ public:
     /// The maximum entity count given at construction.
     int getMaxEntityCount() const { return _maxEntityCount; }
 
+    /// The entity type that holds the graph, or null; not owned. Set by that type when it is built; triggers reach
+    /// the simulation through it.
+    AbstractEntityType* getEntityType() const { return _parentEntityType; }
+    void setParentEntityType(AbstractEntityType* entityType) { _parentEntityType = entityType; }
+
 private:
     int _maxEntityCount = 0;
     int _entitySlotCount = 0;
+    AbstractEntityType* _parentEntityType = nullptr;
 };
 
 } // namespace orv

@@ -31,6 +31,7 @@ AbstractEntityType::AbstractEntityType(int maxCount) : _behaviorGraph(maxCount)
     // A negative count would turn into a request for nearly 2^64 bytes.
     orvAssert(maxCount >= 0);
     allocate(maxCount);
+    _behaviorGraph.setParentEntityType(this);
 }
 
 AbstractEntityType::~AbstractEntityType() = default;

@@ -1,0 +1,63 @@
+// orvCore/behavior/callBacks/orvBehaviorStatusCallBack.h
+#pragma once
+
+#include "behavior/callBacks/orvITypedCallBack.h"
+
+namespace orv
+{
+
+// The behaviour node. Its class is not part of the library yet; this call-back needs of it only the run status
+// of one entity, through getBehaviorRunStatus below.
+class AbstractBehavior;
+
+/// The run states of a behaviour node for one entity; the node names them AbstractBehavior::RunStatus.
+struct BehaviorRunStatus
+{
+    enum Value
+    {
+        IDLE = 0,
+        STARTING,
+        RUNNING,
+        STOPPING,
+        END
+    };
+};
+
+/// The run status of behavior for the entity at that index in its type. Defined with the behaviour node: until
+/// the node class is part of the library no node can exist, and its stand-in ends the process if reached.
+BehaviorRunStatus::Value getBehaviorRunStatus(const AbstractBehavior& behavior, int entity);
+
+/// True for an entity while a behaviour node is in a given run status for it. Does not own the node; the node
+/// outlives the call-back. Built on the host thread; called on the workers.
+class BehaviorStatusCallBack : public ITypedCallBack<bool>
+{
+    ORV_DECLARE_RTTI(BehaviorStatusCallBack)
+
+public:
+    /// The node's run states.
+    typedef BehaviorRunStatus RunStatus;
+
+    /// Watches no node: always false.
+    BehaviorStatusCallBack() = default;
+    /// Watches behavior, which may be null, for runStatus.
+    BehaviorStatusCallBack(AbstractBehavior* behavior, const RunStatus::Value& runStatus);
+
+    /// False without a node; else whether the node's run status for the entity is the one watched.
+    bool call(int entity) override;
+
+    /// The node watched, or null; not owned.
+    AbstractBehavior* getBehavior() const { return _behavior; }
+    void setBehavior(AbstractBehavior* behavior) { _behavior = behavior; }
+    /// The run status watched.
+    RunStatus::Value getRunStatus() const { return _runStatus; }
+    void setRunStatus(RunStatus::Value runStatus) { _runStatus = runStatus; }
+    /// The run status's code, for the streams; a code above END is kept as END, which no node is in.
+    unsigned int getRunStatusUInt() const { return static_cast<unsigned int>(_runStatus); }
+    void setRunStatusUInt(unsigned int runStatus);
+
+private:
+    AbstractBehavior* _behavior = nullptr;
+    RunStatus::Value _runStatus = RunStatus::IDLE;
+};
+
+} // namespace orv
