@@ -282,8 +282,8 @@ std::vector<ReferenceParticle> referenceSwarm()
     for (size_t i = 0; i < kObjectCount; ++i)
     {
         const Particle& particle = swarm._particles[i];
-        particles[i] = {particle._id, particle._mass, particle._position.x, particle._position.y,
-                        particle._position.z, particle._active};
+        particles[i] = {particle._id,         particle._mass,       particle._position.x,
+                        particle._position.y, particle._position.z, particle._active};
     }
     return particles;
 }

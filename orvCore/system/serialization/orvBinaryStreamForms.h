@@ -43,8 +43,9 @@ struct IsWordValue : std::false_type
 {
 };
 template <typename T>
-struct IsWordValue<T, std::void_t<decltype(std::declval<const T&>().getUint32()),
-                                  decltype(std::declval<T&>().setUint32(uint32_t()))>> : std::true_type
+struct IsWordValue<
+    T, std::void_t<decltype(std::declval<const T&>().getUint32()), decltype(std::declval<T&>().setUint32(uint32_t()))>>
+    : std::true_type
 {
 };
 
