@@ -190,7 +190,8 @@ void SimulationsProcessor::consumeBatchQueueTask()
         const uint32_t index = static_cast<uint32_t>(cursor);
         // Read after the cursor, these belong to the cursor's run or to a later one; a later one's cursor differs,
         // so the claim below fails and the loop reads again.
-        if (index >= _runBatchCount._value.load(std::memory_order_relaxed))
+        const uint32_t count = _runBatchCount._value.load(std::memory_order_relaxed);
+        if (index >= count)
         {
             break;
         }
@@ -198,7 +199,7 @@ void SimulationsProcessor::consumeBatchQueueTask()
         // Each claim moves the shared cursor from core to core, which costs as much as a small batch: a thread
         // claims a share of what remains, a smaller one as the run drains, so that a run of a hundred slices takes
         // a dozen claims and the threads still end together.
-        const uint32_t remaining = _runBatchCount._value.load(std::memory_order_relaxed) - index;
+        const uint32_t remaining = count - index;
         const uint32_t share = remaining / (2u * static_cast<uint32_t>(_workerThreadCount + 1));
         const uint32_t take = share > 0 ? share : 1u;
         if (_currentBatchToProcess._value.compare_exchange_weak(cursor, cursor + take, std::memory_order_acq_rel,
