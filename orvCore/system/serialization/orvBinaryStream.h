@@ -194,7 +194,8 @@ public:
     void read(std::pair<A, B>& pair);
 
     /// Writes value in the form of its type, in the current pass: an inspectable object by value, a smart pointer
-    /// as a pointer, a word value (an entity handle) as its 32-bit word, anything else through its write.
+    /// (or a class derived from one) as a pointer, a word value (an entity handle) as its 32-bit word, anything else
+    /// through its write.
     template <typename T>
     void writeValue(const T& value);
     /// Reads value in the form of its type, in the current pass.
@@ -512,7 +513,9 @@ void BinaryStream::writeValue(const T& value)
 {
     if constexpr (binaryStreamDetail::IsSmartPointer<T>::value)
     {
-        write(value);
+        // A class derived from a smart pointer goes as its smart pointer, not as an object of its own.
+        typedef typename binaryStreamDetail::IsSmartPointer<T>::Pointee Pointee;
+        write(static_cast<const SmartPointer<Pointee>&>(value));
     }
     else if constexpr (binaryStreamDetail::IsInspectable<T>::value)
     {
@@ -531,7 +534,12 @@ void BinaryStream::writeValue(const T& value)
 template <typename T>
 void BinaryStream::readValue(T& value)
 {
-    if constexpr (binaryStreamDetail::IsWordValue<T>::value)
+    if constexpr (binaryStreamDetail::IsSmartPointer<T>::value)
+    {
+        typedef typename binaryStreamDetail::IsSmartPointer<T>::Pointee Pointee;
+        read(static_cast<SmartPointer<Pointee>&>(value));
+    }
+    else if constexpr (binaryStreamDetail::IsWordValue<T>::value)
     {
         uint32_t word = value.getUint32();
         read(word);

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <type_traits>
+#include <utility>
 
 namespace orv
 {
@@ -24,16 +25,25 @@ struct IsInspectable<T, std::void_t<decltype(T::getClassRTTI())>> : std::true_ty
 {
 };
 
-/// True for SmartPointer<T>, which goes on the stream as a pointer although it is itself inspectable.
-template <typename T>
+/// The class a smart pointer holds, for SmartPointer<P> and every class derived from it (BoolCallBackPointer);
+/// declared only, for the type tests below.
+template <class P>
+P* smartPointee(const SmartPointer<P>*);
+/// Anything else holds nothing.
+void smartPointee(...);
+
+/// True for SmartPointer<P> and the classes derived from it, which go on the stream as a pointer although they are
+/// themselves inspectable: the stream holds what it reads.
+template <typename T, typename = void>
 struct IsSmartPointer : std::false_type
 {
 };
 template <typename T>
-struct IsSmartPointer<SmartPointer<T>> : std::true_type
+struct IsSmartPointer<T, std::enable_if_t<!std::is_void<decltype(smartPointee(std::declval<const T*>()))>::value>>
+    : std::true_type
 {
     /// The class pointed to.
-    typedef T Pointee;
+    typedef std::remove_pointer_t<decltype(smartPointee(std::declval<const T*>()))> Pointee;
 };
 
 /// True for a value that goes on the stream as one unsigned 32-bit word through getUint32 and setUint32, such as

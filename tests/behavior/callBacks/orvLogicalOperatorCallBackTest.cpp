@@ -7,6 +7,7 @@
 #include "behavior/callBacks/orvVoidFunctionCallBack.h"
 #include "support/orvCoreTestSupport.h"
 #include "support/orvLogCapture.h"
+#include "system/serialization/orvBinaryStream.h"
 
 namespace
 {
@@ -101,6 +102,33 @@ TEST_F(LogicalOperatorCallBackTest, LeavesGiveTheirValueWhateverTheEntity)
     orv::VoidFunctionCallBack([](int entity) { lastEntity = entity; }).call(4);
     EXPECT_EQ(4, lastEntity);
     orv::VoidFunctionCallBack().call(5);
+}
+
+TEST_F(LogicalOperatorCallBackTest, AConditionTreeComesBackFromABinaryStreamHeldOnceWithItsSharedOperand)
+{
+    // (a AND a) OR NOT a, with one constant shared three times: it goes as pointers, so it comes back shared.
+    BoolCallBackPointer a(new orv::ConstantValueCallback<bool>(true));
+    BoolCallBackPointer tree = (a && a) || !a;
+    orv::BinaryStream stream;
+    stream.pack(tree);
+
+    BoolCallBackPointer read;
+    stream.unpack(read);
+    ASSERT_FALSE(!read);
+    EXPECT_NE(tree.getImpl(), read.getImpl());
+    EXPECT_EQ(1u, read.getReferenceCount());
+    EXPECT_TRUE(read->call(0));
+    const auto* orNode = dynamic_cast<const LogicalOperatorCallBack*>(read.getImpl());
+    ASSERT_NE(nullptr, orNode);
+    EXPECT_EQ(Operator::OR, orNode->getOperatorType());
+    const auto* andNode = dynamic_cast<const LogicalOperatorCallBack*>(orNode->getBoolCallBack0().getImpl());
+    const auto* notNode = dynamic_cast<const orv::LogicalNotBoolCallBack*>(orNode->getBoolCallBack1().getImpl());
+    ASSERT_NE(nullptr, andNode);
+    ASSERT_NE(nullptr, notNode);
+    // The leaf is held by both sides of the AND and by the NOT, and by nothing else: none leaks, none is freed early.
+    EXPECT_EQ(andNode->getBoolCallBack0().getImpl(), notNode->getBoolCallBack().getImpl());
+    EXPECT_EQ(andNode->getBoolCallBack1().getImpl(), notNode->getBoolCallBack().getImpl());
+    EXPECT_EQ(3u, notNode->getBoolCallBack().getReferenceCount());
 }
 
 using LogicalOperatorCallBackDeathTest = LogicalOperatorCallBackTest;
