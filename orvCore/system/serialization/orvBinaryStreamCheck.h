@@ -152,7 +152,6 @@ private:
     /// The record of id, grown into when new; null, after a refusal, for an id no stream of this size can hold.
     IdRecord* recordOf(uint32_t id) { return id < _ids.size() ? &_ids[id] : growRecords(id); }
     IdRecord* growRecords(uint32_t id);
-    /// Where the attributes of rtti start in _attributeLists, in stream order; listed once per class and walk.
     /// One step of a class's walk: a run of plain values no observer watches, a watched word, a pointer or an
     /// object walked here, or an attribute's own check.
     struct Step
@@ -171,9 +170,12 @@ private:
     /// A class's steps in _steps, made once per class and walk.
     struct Plan
     {
+        /// The class.
         const RTTI* _rtti;
+        /// Its first step in _steps, and how many.
         size_t _first;
         size_t _count;
+        /// The class's attribute count, which the stream must repeat.
         uint32_t _attributesCount;
     };
     /// The plan of rtti's attributes; an index, since classes met later may add plans and move the array.
