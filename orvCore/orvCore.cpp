@@ -17,6 +17,7 @@
 #include "behavior/callBacks/orvScalarCallBackPointer.h"
 #include "behavior/callBacks/orvSequenceTrigger.h"
 #include "behavior/callBacks/orvVoidFunctionCallBack.h"
+#include "behavior/engine/orvAbstractBehavior.h"
 #include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "engine/ground/orvAbstractGround.h"
@@ -70,6 +71,7 @@ void createClassDescriptors()
     ITypedCallBack<bool>::createClassRTTI(true);
     ITypedCallBack<unsigned int>::createClassRTTI(true);
     ITypedCallBack<float>::createClassRTTI(true);
+    AbstractBehavior::createClassRTTI(true);
     Entity::createClassRTTI(true);
     AbstractEntityType::createClassRTTI(true);
     EntityType::createClassRTTI(true);
@@ -117,6 +119,7 @@ void createClassDescriptors()
 // The descriptors created after the stream tables are ready.
 void createRemainingClassDescriptors()
 {
+    AbstractBehavior::BehaviorStatusData::createClassRTTI(true);
     BehaviorGraph::createClassRTTI(true);
     ScalarCallBackComparisonOperator<unsigned int>::createClassRTTI(true);
 
@@ -135,6 +138,7 @@ void destroyRemainingClassDescriptors()
 
     ScalarCallBackComparisonOperator<unsigned int>::destroyClassRTTI(true);
     BehaviorGraph::destroyClassRTTI(true);
+    AbstractBehavior::BehaviorStatusData::destroyClassRTTI(true);
 }
 
 // The reverse of createClassDescriptors, but for the physics interfaces, which go after IndexTriplet<unsigned int>
@@ -184,6 +188,7 @@ void destroyClassDescriptors()
     EntityType::destroyClassRTTI(true);
     AbstractEntityType::destroyClassRTTI(true);
     Entity::destroyClassRTTI(true);
+    AbstractBehavior::destroyClassRTTI(true);
     ITypedCallBack<float>::destroyClassRTTI(true);
     ITypedCallBack<unsigned int>::destroyClassRTTI(true);
     ITypedCallBack<bool>::destroyClassRTTI(true);

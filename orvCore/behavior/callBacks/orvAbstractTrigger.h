@@ -62,6 +62,14 @@ public:
     /// Number of entities with entries.
     int getUsedCount() const { return static_cast<int>(_lastFrame.size()); }
 
+    /// Walk a condition tree through its operator call-backs, down to the triggers and not into them, and give
+    /// each trigger found the used count, the maximum count or the graph, or reset it for the entity.
+    static void recursiveSetUsedCountTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int count);
+    static void recursiveSetMaxCountTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int count);
+    static void recursiveSetBehaviorGraphTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack,
+                                                  BehaviorGraph* graph);
+    static void recursiveResetTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int entity);
+
 protected:
     /// Starts the entity's memory over; the entity has an entry. Does nothing here.
     virtual void doReset(int entity);
@@ -70,14 +78,6 @@ protected:
 
     /// The simulation of the bound graph's type. Fatal when there is none.
     const Simulation& getSimulation() const;
-
-    /// Walk a condition tree through its operator call-backs, down to the triggers and not into them, and give
-    /// each trigger found the used count, the maximum count or the graph, or reset it for the entity.
-    static void recursiveSetUsedCountTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int count);
-    static void recursiveSetMaxCountTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int count);
-    static void recursiveSetBehaviorGraphTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack,
-                                                  BehaviorGraph* graph);
-    static void recursiveResetTriggers(const SmartPointer<ITypedCallBack<bool>>& callBack, int entity);
 
     /// Extends array to count entries with value when it is shorter; capacity grows as any array's.
     template <typename T>

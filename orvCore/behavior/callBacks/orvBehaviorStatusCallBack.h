@@ -2,30 +2,10 @@
 #pragma once
 
 #include "behavior/callBacks/orvITypedCallBack.h"
+#include "behavior/engine/orvAbstractBehavior.h"
 
 namespace orv
 {
-
-// The behaviour node. Its class is not part of the library yet; this call-back needs of it only the run status
-// of one entity, through getBehaviorRunStatus below.
-class AbstractBehavior;
-
-/// The run states of a behaviour node for one entity; the node names them AbstractBehavior::RunStatus.
-struct BehaviorRunStatus
-{
-    enum Value
-    {
-        IDLE = 0,
-        STARTING,
-        RUNNING,
-        STOPPING,
-        END
-    };
-};
-
-/// The run status of behavior for the entity at that index in its type. Defined with the behaviour node: until
-/// the node class is part of the library no node can exist, and its stand-in ends the process if reached.
-BehaviorRunStatus::Value getBehaviorRunStatus(const AbstractBehavior& behavior, int entity);
 
 /// True for an entity while a behaviour node is in a given run status for it. Does not own the node; the node
 /// outlives the call-back. Built on the host thread; called on the workers.
@@ -35,7 +15,7 @@ class BehaviorStatusCallBack : public ITypedCallBack<bool>
 
 public:
     /// The node's run states.
-    typedef BehaviorRunStatus RunStatus;
+    typedef AbstractBehavior::RunStatus RunStatus;
 
     /// Watches no node: always false.
     BehaviorStatusCallBack() = default;

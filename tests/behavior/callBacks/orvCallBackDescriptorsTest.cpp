@@ -106,6 +106,7 @@ TEST_F(CallBackDescriptorsTest, AttributeListsKeepTheirFileOrder)
               attributeNames("orv::ScalarCallBackComparisonOperator<unsigned int>"));
     EXPECT_EQ(std::vector<std::string>{"value"}, attributeNames("orv::ConstantValueCallback<float>"));
     EXPECT_EQ(std::vector<std::string>{"Pointee"}, attributeNames("orv::BoolCallBackPointer"));
+    EXPECT_EQ((std::vector<std::string>{"behavior", "runStatus"}), attributeNames("BehaviorStatusCallBack"));
 
     // A template's descriptor held from before a restart is not trusted: it is found again.
     ASSERT_NE(nullptr, orv::ConstantValueCallback<bool>::getClassRTTI());

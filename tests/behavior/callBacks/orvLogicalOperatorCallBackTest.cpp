@@ -97,7 +97,7 @@ TEST_F(LogicalOperatorCallBackTest, LeavesGiveTheirValueWhateverTheEntity)
     EXPECT_FALSE(orv::ConstantValueCallback<bool>().call(3));
     EXPECT_FLOAT_EQ(0.25f, orv::ConstantValueCallback<float>(0.25f).call(9));
     // Without a node to watch, the status call-back is false, also for the status of a node at rest.
-    EXPECT_FALSE(orv::BehaviorStatusCallBack(nullptr, orv::BehaviorRunStatus::IDLE).call(0));
+    EXPECT_FALSE(orv::BehaviorStatusCallBack(nullptr, orv::AbstractBehavior::RunStatus::IDLE).call(0));
     static int lastEntity = -1;
     orv::VoidFunctionCallBack([](int entity) { lastEntity = entity; }).call(4);
     EXPECT_EQ(4, lastEntity);
