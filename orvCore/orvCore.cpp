@@ -1,6 +1,8 @@
 // orvCore/orvCore.cpp
 #include "orvCore.h"
 
+#include "behavior/behaviors/orvAbstractUserBehavior.h"
+#include "behavior/behaviors/orvCompositeBehavior.h"
 #include "behavior/callBacks/orvAbstractOperatorCallBack.h"
 #include "behavior/callBacks/orvAbstractTrigger.h"
 #include "behavior/callBacks/orvBehaviorStatusCallBack.h"
@@ -20,6 +22,9 @@
 #include "behavior/engine/orvAbstractBehavior.h"
 #include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvBehaviorGraph.h"
+#include "behavior/operators/orvAbstractBehaviorOperator.h"
+#include "behavior/operators/orvFinalBehaviorOperator.h"
+#include "behavior/operators/orvInitialBehaviorOperator.h"
 #include "engine/ground/orvAbstractGround.h"
 #include "engine/ground/orvGroundManager.h"
 #include "engine/ground/orvNoGround.h"
@@ -93,6 +98,7 @@ void createClassDescriptors()
     AbstractOperatorCallBack::createClassRTTI(true);
     LogicalOperatorCallBack::createClassRTTI(true);
     LogicalNotBoolCallBack::createClassRTTI(true);
+    AbstractUserBehavior::createClassRTTI(true);
     ConstantValueCallback<bool>::createClassRTTI(true);
     ConstantValueCallback<float>::createClassRTTI(true);
     EmptyVoidCallBack::createClassRTTI(true);
@@ -126,12 +132,20 @@ void createRemainingClassDescriptors()
     Group::createClassRTTI(true);
     ReferenceCounter::createClassRTTI(true);
 
+    CompositeBehavior::createClassRTTI(true);
+    AbstractBehaviorOperator::createClassRTTI(true);
+    InitialBehaviorOperator::createClassRTTI(true);
+    FinalBehaviorOperator::createClassRTTI(true);
     KBContext::createClassRTTI(true);
 }
 
 void destroyRemainingClassDescriptors()
 {
     KBContext::destroyClassRTTI(true);
+    FinalBehaviorOperator::destroyClassRTTI(true);
+    InitialBehaviorOperator::destroyClassRTTI(true);
+    AbstractBehaviorOperator::destroyClassRTTI(true);
+    CompositeBehavior::destroyClassRTTI(true);
 
     ReferenceCounter::destroyClassRTTI(true);
     Group::destroyClassRTTI(true);
@@ -167,6 +181,7 @@ void destroyClassDescriptors()
     EmptyVoidCallBack::destroyClassRTTI(true);
     ConstantValueCallback<float>::destroyClassRTTI(true);
     ConstantValueCallback<bool>::destroyClassRTTI(true);
+    AbstractUserBehavior::destroyClassRTTI(true);
     LogicalNotBoolCallBack::destroyClassRTTI(true);
     LogicalOperatorCallBack::destroyClassRTTI(true);
     AbstractOperatorCallBack::destroyClassRTTI(true);

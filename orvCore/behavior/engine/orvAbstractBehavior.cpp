@@ -3,6 +3,7 @@
 
 #include <new>
 
+#include "behavior/behaviors/orvCompositeBehavior.h"
 #include "behavior/callBacks/orvAbstractTrigger.h"
 #include "behavior/engine/orvAbstractBehaviorContainer.h"
 #include "behavior/engine/orvBehaviorGraph.h"
@@ -15,13 +16,6 @@ namespace orv
 
 namespace
 {
-
-// The composite a container node is, or null. No class of the library is a composite yet, so child containers
-// take their parent's composite.
-CompositeBehavior* asComposite(AbstractBehavior*)
-{
-    return nullptr;
-}
 
 // Removes the first entry holding the object of callBack, keeping the order of the others.
 void removeFirst(Array<SmartPointer<IVoidCallBack>>& callBacks, const SmartPointer<IVoidCallBack>& callBack)
@@ -293,7 +287,7 @@ void AbstractBehavior::init()
     if (AbstractBehaviorContainer* container = dynamic_cast<AbstractBehaviorContainer*>(this))
     {
         // A child container's nearest composite is this node when it is one, else this container's own.
-        CompositeBehavior* composite = asComposite(this);
+        CompositeBehavior* composite = dynamic_cast<CompositeBehavior*>(this);
         if (composite == nullptr)
         {
             composite = container->getParentComposite();
@@ -518,6 +512,79 @@ void AbstractBehavior::recursiveSetDataOnTriggers(const BoolCallBackPointer& cal
 void AbstractBehavior::recursiveResetTriggers(const BoolCallBackPointer& callBack, int entity)
 {
     AbstractTrigger::recursiveResetTriggers(callBack, entity);
+}
+
+bool AbstractBehavior::canAddSingleNextBehaviorCandidate(const AbstractBehavior* candidate, OrvString& reason,
+                                                         const char* className) const
+{
+    if (!AbstractBehavior::canAddNextBehaviorCandidate(candidate, reason))
+    {
+        return false;
+    }
+    if (!_nextBehaviorCandidates.empty())
+    {
+        reason = "Can not accept next behavior candidate for current behavior : current behavior already has a next "
+                 "behavior candidate (";
+        reason += className;
+        reason += " allows at most 1 next behavior candidate)";
+        return false;
+    }
+    return true;
+}
+
+bool AbstractBehavior::setSingleNextBehavior(AbstractBehavior* next)
+{
+    OrvString reason("Can not explicitely set requested next behavior for current behavior : ");
+    if (hasParentBehaviorLocked())
+    {
+        reason += "current behavior belongs to a parent behavior that is locked";
+    }
+    else if (next == this)
+    {
+        reason += "requested next behavior is same as current behavior (forbidden connection)";
+    }
+    else if (next != nullptr && next->hasParentBehaviorLocked())
+    {
+        reason += "requested next behavior belongs to a parent behavior that is locked";
+    }
+    else if (!_nextBehaviorCandidates.empty() && _nextBehaviorCandidates[0] != nullptr &&
+             _nextBehaviorCandidates[0]->hasParentBehaviorLocked())
+    {
+        reason += "next behavior currently set belongs to a parent behavior that is locked";
+    }
+    else
+    {
+        if (next == nullptr)
+        {
+            _nextBehaviorCandidates.clear();
+            _nextBehaviorSelectedId = _nextBehaviorInvalidId;
+        }
+        else
+        {
+            if (_nextBehaviorCandidates.empty())
+            {
+                _nextBehaviorCandidates.push_back(next);
+            }
+            else
+            {
+                _nextBehaviorCandidates[0] = next;
+            }
+            _nextBehaviorSelectedId = 0;
+        }
+        return true;
+    }
+    logRefusal(reason);
+    return false;
+}
+
+bool AbstractBehavior::checkSingleNextBehaviorCandidate(const char* line) const
+{
+    if (_nextBehaviorCandidates.size() <= 1)
+    {
+        return true;
+    }
+    orvLogCore(LogSeverity::LOG_ERROR, "Invalid connection for next behavior candidates : " << line);
+    return false;
 }
 
 void AbstractBehavior::bindConditionTriggers()

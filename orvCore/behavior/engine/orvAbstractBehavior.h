@@ -244,6 +244,21 @@ protected:
     /// Re-arms the triggers of a condition tree for the entity.
     static void recursiveResetTriggers(const BoolCallBackPointer& callBack, int entity);
 
+    /// The one-follower rule of the nodes that allow at most one follower: the base's refusals, then a refusal of
+    /// a second candidate that names className.
+    bool canAddSingleNextBehaviorCandidate(const AbstractBehavior* candidate, OrvString& reason,
+                                           const char* className) const;
+    /// Replaces the one follower by next, or removes it for null; the row default follows. False, with the refusal
+    /// logged as an error, when a lock or a self-connection forbids it.
+    bool setSingleNextBehavior(AbstractBehavior* next);
+    /// False, with line logged as an error behind the connection prefix, when the node has more than one follower.
+    bool checkSingleNextBehaviorCandidate(const char* line) const;
+    /// The first follower, or null.
+    AbstractBehavior* getFirstNextBehaviorCandidate() const
+    {
+        return _nextBehaviorCandidates.empty() ? nullptr : _nextBehaviorCandidates[0];
+    }
+
     /// The row of entity.
     BehaviorStatusData& touchStatusData(int entity) { return _statusData[entity]; }
     const BehaviorStatusData& getStatusData(int entity) const { return _statusData[entity]; }

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <deque>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -13,6 +11,7 @@
 #include "behavior/engine/orvAbstractBehaviorContainer.h"
 #include "support/orvCoreTestSupport.h"
 #include "support/orvLogCapture.h"
+#include "support/orvRecordingBehavior.h"
 #include "system/inspection/orvAbstractAttribute.h"
 #include "system/inspection/orvRTTI.h"
 #include "system/serialization/orvBinaryStream.h"
@@ -25,86 +24,13 @@ using orv::BoolCallBackPointer;
 using RunStatus = AbstractBehavior::RunStatus;
 using ResultStatus = AbstractBehavior::ResultStatus;
 
-/// A host behaviour that writes every hook it receives, with its arguments, into a shared journal. What doStop
-/// answers, and whether doStart or doUpdate stop the row themselves, is set by the test.
-class RecordingBehavior : public AbstractBehavior
+/// The recording behaviour with a descriptor of its own, so that a stream can make one.
+class RecordingBehavior : public orvtest::RecordingNode
 {
     ORV_DECLARE_RTTI(RecordingBehavior)
 
 public:
-    RecordingBehavior() = default;
-    explicit RecordingBehavior(std::vector<std::string>* journal) : _journal(journal) {}
-
-    bool checkNextBehaviorCandidatesConnection() const override { return true; }
-    /// Stores a follower id in the row, as a selecting operator does.
-    void selectFollower(int entity, uint32_t id) { touchStatusData(entity)._nextBehaviorSelectedIdPerInstance = id; }
-
-    std::vector<std::string>* _journal = nullptr;
-    std::deque<ResultStatus::Value> _stopAnswers;
-    bool _initAnswer = true;
-    bool _stopInStart = false;
-    bool _stopInUpdate = false;
-
-protected:
-    bool doInit() override
-    {
-        note("doInit()");
-        return _initAnswer;
-    }
-    void doFinish() override { note("doFinish()"); }
-    void doAllocate(int capacity) override { note("doAllocate(" + std::to_string(capacity) + ")"); }
-    void doDeallocate() override { note("doDeallocate()"); }
-    void doAddEntity(int entity) override
-    {
-        // The row exists when the hook runs.
-        note("doAddEntity(" + std::to_string(entity) + (hasRow(entity) ? ")" : ", no row)"));
-    }
-    void doInit(int entity) override { note("doInit(" + std::to_string(entity) + ")"); }
-    void doFinish(int entity) override { note("doFinish(" + std::to_string(entity) + ")"); }
-    void doStart(int entity) override
-    {
-        note("doStart(" + std::to_string(entity) + ")");
-        if (_stopInStart)
-        {
-            requestStop(entity);
-        }
-    }
-    void doUpdate(Time dt, int entity) override
-    {
-        note("doUpdate(" + text(dt) + ")");
-        if (_stopInUpdate)
-        {
-            requestStop(entity);
-        }
-    }
-    ResultStatus::Value doStop(Time dt, int) override
-    {
-        note("doStop(" + text(dt) + ")");
-        if (_stopAnswers.empty())
-        {
-            return ResultStatus::SUCCESS;
-        }
-        const ResultStatus::Value answer = _stopAnswers.front();
-        _stopAnswers.pop_front();
-        return answer;
-    }
-    void onRequestStart(int) override { note("onRequestStart"); }
-    void onRequestStop(int) override { note("onRequestStop"); }
-
-private:
-    void note(const std::string& line)
-    {
-        if (_journal != nullptr)
-        {
-            _journal->push_back(line);
-        }
-    }
-    static std::string text(Time value)
-    {
-        std::ostringstream stream;
-        stream << value;
-        return stream.str();
-    }
+    using orvtest::RecordingNode::RecordingNode;
 };
 
 ORV_IMPLEMENT_RTTI(RecordingBehavior, "9d8f3e0c-3a57-4d43-9d0c-0b1f6c7e2a11", "orvtest::RecordingBehavior")
@@ -119,6 +45,9 @@ class LockableContainer : public RecordingBehavior, public orv::AbstractBehavior
 {
 public:
     bool isLocked() const override { return _locked; }
+    bool checkChildrenBehaviorsConnection(bool) const override { return true; }
+    bool checkChildBehaviorLooping(const AbstractBehavior*) const override { return false; }
+    bool cleanChildrenBehaviors(bool) override { return true; }
     void adopt(AbstractBehavior* child) { forceAsParentBehavior(child); }
     bool _locked = false;
 };
@@ -128,10 +57,13 @@ class BareContainer : public orv::AbstractBehaviorContainer
 {
 public:
     bool isLocked() const override { return false; }
+    bool checkChildrenBehaviorsConnection(bool) const override { return true; }
+    bool checkChildBehaviorLooping(const AbstractBehavior*) const override { return false; }
+    bool cleanChildrenBehaviors(bool) override { return true; }
     void adopt(AbstractBehavior* child) { forceAsParentBehavior(child); }
 };
 
-using Journal = std::vector<std::string>;
+using orvtest::Journal;
 
 class AbstractBehaviorTest : public orvtest::CoreTest
 {
