@@ -23,8 +23,10 @@
 #include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "behavior/operators/orvAbstractBehaviorOperator.h"
+#include "behavior/operators/orvBlockBehaviorOperator.h"
 #include "behavior/operators/orvFinalBehaviorOperator.h"
 #include "behavior/operators/orvInitialBehaviorOperator.h"
+#include "behavior/operators/orvLoopBehaviorOperator.h"
 #include "engine/ground/orvAbstractGround.h"
 #include "engine/ground/orvGroundManager.h"
 #include "engine/ground/orvNoGround.h"
@@ -136,12 +138,16 @@ void createRemainingClassDescriptors()
     AbstractBehaviorOperator::createClassRTTI(true);
     InitialBehaviorOperator::createClassRTTI(true);
     FinalBehaviorOperator::createClassRTTI(true);
+    LoopBehaviorOperator::createClassRTTI(true);
+    BlockBehaviorOperator::createClassRTTI(true);
     KBContext::createClassRTTI(true);
 }
 
 void destroyRemainingClassDescriptors()
 {
     KBContext::destroyClassRTTI(true);
+    BlockBehaviorOperator::destroyClassRTTI(true);
+    LoopBehaviorOperator::destroyClassRTTI(true);
     FinalBehaviorOperator::destroyClassRTTI(true);
     InitialBehaviorOperator::destroyClassRTTI(true);
     AbstractBehaviorOperator::destroyClassRTTI(true);
