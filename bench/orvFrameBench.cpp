@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "behavior/behaviors/orvCompositeBehavior.h"
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvBenchSupport.h"
@@ -24,10 +25,10 @@ const double kFrameStep = 1.0 / 25.0;
 class WanderWorld
 {
 public:
-    WanderWorld(int entityCount, int threadCount)
+    WanderWorld(int entityCount, int threadCount, bool withGraph = false)
     {
         _processor.init(threadCount);
-        _processor.addSimulation(orvtest::buildWanderingWorld(entityCount, 2));
+        _processor.addSimulation(orvtest::buildWanderingWorld(entityCount, 2, withGraph));
         _processor.update(kFrameStep);
     }
     ~WanderWorld() { _processor.finish(); }
@@ -49,6 +50,66 @@ void BM_FrameWander(benchmark::State& state)
 }
 BENCHMARK(BM_FrameWander)
     ->ArgsProduct({{1000, 10000, 100000}, {1, 2}})
+    ->ArgNames({"entities", "threads"})
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
+
+/// Bytes a behaviour tree keeps for its entities: the status rows of every node, the composites' current-child
+/// slots and frame histories, as allocated.
+size_t treeBytes(const orv::AbstractBehavior& node)
+{
+    size_t bytes = node.getStatusData().capacity() * sizeof(orv::AbstractBehavior::BehaviorStatusData);
+    if (const auto* composite = dynamic_cast<const orv::CompositeBehavior*>(&node))
+    {
+        bytes += static_cast<size_t>(composite->getCurrentBehaviorArrayCapacity()) *
+                 (sizeof(orv::AbstractBehavior*) + sizeof(orv::RuntimeUpdateHistoryPerFrame));
+        for (int entity = 0; entity < composite->getCurrentBehaviorArrayCapacity(); ++entity)
+        {
+            if (composite->hasEntitySlot(entity))
+            {
+                const orv::RuntimeUpdateHistoryPerFrame& history = composite->getRuntimeHistory(entity);
+                bytes += history._updatedBehaviorsThisFrame.capacity() * sizeof(void*) +
+                         history._childrenCompositeToClearTransitions.capacity() * sizeof(void*);
+            }
+        }
+    }
+    if (const auto* container = dynamic_cast<const orv::AbstractBehaviorContainer*>(&node))
+    {
+        for (const orv::SmartPointer<orv::AbstractBehavior>& child : container->getChildrenBehaviors())
+        {
+            bytes += child.getImpl() != nullptr ? treeBytes(*child) : 0;
+        }
+    }
+    return bytes;
+}
+
+/// The wander crowd driven by a behaviour graph on each type: a loop around walk, pause and turn, in two composites.
+/// Beside BM_FrameWander, whose graphs are empty; both place entities the same way.
+void BM_FrameBehaviorGraph(benchmark::State& state)
+{
+    const int entities = static_cast<int>(state.range(0));
+    WanderWorld world(entities, static_cast<int>(state.range(1)), true);
+    for (auto _ : state)
+    {
+        world._processor.update(kFrameStep);
+    }
+    state.SetItemsProcessed(state.iterations() * entities);
+    state.counters["threads"] = world._processor.getThreadCount();
+    size_t bytes = 0;
+    const orv::Simulation& simulation = *world._processor.getSimulationsCollection().getSimulation(0);
+    for (int type = 0; type < simulation.getEntityTypeCount(); ++type)
+    {
+        for (const auto& behavior : simulation.getEntityType(type)->getBehaviorGraph().getBehaviors())
+        {
+            bytes += treeBytes(*behavior);
+        }
+    }
+    // Each type's graph is sized for the whole crowd: the bytes per entity of one type's graph.
+    state.counters["graphBytesPerEntity"] =
+        static_cast<double>(bytes) / static_cast<double>(simulation.getEntityTypeCount()) / entities;
+}
+BENCHMARK(BM_FrameBehaviorGraph)
+    ->ArgsProduct({{10000}, {1, 2}})
     ->ArgNames({"entities", "threads"})
     ->UseRealTime()
     ->Unit(benchmark::kMicrosecond);

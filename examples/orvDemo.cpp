@@ -31,6 +31,7 @@ struct Options
     double dt = 1.0 / 25.0;
     bool verbose = false;
     bool reseedAfterLoad = false;
+    bool bare = false;
     const char* savePath = nullptr;
     const char* loadPath = nullptr;
 };
@@ -48,7 +49,7 @@ struct RunCounts
 void printUsage()
 {
     printf("usage: orvDemo [--entities N] [--frames N] [--types N] [--threads N] [--churn N] [--churn-every N]\n"
-           "               [--dt SECONDS] [--save FILE] [--load FILE [--reseed-after-load]] [--verbose]\n"
+           "               [--dt SECONDS] [--save FILE] [--load FILE [--reseed-after-load]] [--bare] [--verbose]\n"
            "  --entities     entities in the crowd (10000)\n"
            "  --frames       frames to run (300)\n"
            "  --types        entity types the crowd is spread over (2)\n"
@@ -62,6 +63,7 @@ void printUsage()
            "                 world churns like a new one\n"
            "  --reseed-after-load\n"
            "                 after --load, restart each entity's generator from its loaded seed\n"
+           "  --bare         wander by the navigation context alone, without the behaviour graph\n"
            "  --verbose      show the library's information log lines\n");
 }
 
@@ -78,6 +80,11 @@ bool parseOptions(int argc, char** argv, Options& options)
         if (strcmp(flag, "--verbose") == 0)
         {
             options.verbose = true;
+            continue;
+        }
+        if (strcmp(flag, "--bare") == 0)
+        {
+            options.bare = true;
             continue;
         }
         if (strcmp(flag, "--reseed-after-load") == 0)
@@ -150,7 +157,7 @@ void startLibrary(const Options& options)
     orv::useCoreDefaultAllocator();
     orv::initCore();
     // Registered before any snapshot is checked or read: a snapshot names its contexts by class identifier.
-    orvtest::WanderContext::createClassRTTI(true);
+    orvtest::registerWanderClasses(true);
     if (!options.verbose)
     {
         orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_WARNING);
@@ -331,7 +338,7 @@ void printSummary(unsigned int framesRun, double simulated, int threads, int ali
 void finish(orv::SimulationsProcessor& processor)
 {
     processor.finish();
-    orvtest::WanderContext::destroyClassRTTI(true);
+    orvtest::registerWanderClasses(false);
     orv::finishCore();
 }
 
@@ -365,7 +372,7 @@ int main(int argc, char** argv)
         }
         else
         {
-            simulation = orvtest::buildWanderingWorld(options.entities, options.types);
+            simulation = orvtest::buildWanderingWorld(options.entities, options.types, !options.bare);
             processor.addSimulation(simulation);
             counts.created = options.entities;
         }

@@ -5,6 +5,11 @@
 #include <cmath>
 #include <cstring>
 
+#include "behavior/behaviors/orvCompositeBehavior.h"
+#include "behavior/callBacks/orvConstantValueCallback.h"
+#include "behavior/operators/orvInitialBehaviorOperator.h"
+#include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "engine/simulation/orvAbstractEntityType.h"
 #include "engine/simulation/orvSimulation.h"
 #include "math/random/orvNoise.h"
 #include "math/types/orvQuaternion.h"
@@ -35,6 +40,7 @@ void WanderContext::addAttributes()
 {
     _rtti->addBaseClass<orv::IContext>();
     addAttribute("time", &WanderContext::_time);
+    addAttribute("moves", &WanderContext::_moves);
 }
 
 void WanderContext::onInitEntityComponents(int first, int last)
@@ -87,15 +93,170 @@ float WanderContext::getHeading(const orv::Entity& entity)
     return 2.0f * std::atan2(q.y, q.w);
 }
 
-orv::Simulation* buildWanderingWorld(int entityCount, int typeCount)
+ORV_IMPLEMENT_ABSTRACT_RTTI(TimedBehavior, "0f4c4f5e-2d0b-4b8e-9f53-6d1f1b7a3c01", "orvtest::TimedBehavior")
+
+void TimedBehavior::addAttributes()
+{
+    _rtti->addBaseClass<orv::AbstractUserBehavior>();
+    addAttribute("remaining", &TimedBehavior::_remaining);
+}
+
+void TimedBehavior::doAddEntity(int entity)
+{
+    if (static_cast<size_t>(entity) >= _remaining.size())
+    {
+        _remaining.resize(static_cast<size_t>(entity) + 1, 0.0f);
+    }
+}
+
+orv::Entity& TimedBehavior::touchEntity(int index)
+{
+    return *getBehaviorGraph()->getEntityType()->getEntity(index);
+}
+
+void TimedBehavior::doStart(int entity)
+{
+    // A row read from a file may have no time slot: the run then ends at its first step.
+    if (static_cast<size_t>(entity) < _remaining.size())
+    {
+        _remaining[entity] = drawDuration(touchEntity(entity));
+    }
+}
+
+void TimedBehavior::doUpdate(Time dt, int entity)
+{
+    if (static_cast<size_t>(entity) >= _remaining.size() || getBehaviorGraph() == nullptr ||
+        getBehaviorGraph()->getEntityType() == nullptr)
+    {
+        requestStop(entity);
+        return;
+    }
+    const float step = static_cast<float>(dt);
+    act(touchEntity(entity), step);
+    _remaining[entity] -= step;
+    if (_remaining[entity] <= 0.0f)
+    {
+        requestStop(entity);
+    }
+}
+
+orv::AbstractBehavior::ResultStatus::Value TimedBehavior::doStop(Time, int)
+{
+    return ResultStatus::SUCCESS;
+}
+
+ORV_IMPLEMENT_RTTI(WalkBehavior, "6a3e52d4-6f51-4f0c-8d0e-1c9a7b2e4d02", "orvtest::WalkBehavior")
+
+void WalkBehavior::addAttributes()
+{
+    _rtti->addBaseClass<TimedBehavior>();
+}
+
+float WalkBehavior::drawDuration(orv::Entity& entity)
+{
+    return entity.touchRNG().frand(1.0f, 3.0f);
+}
+
+void WalkBehavior::act(orv::Entity& entity, float dt)
+{
+    const float heading = WanderContext::getHeading(entity);
+    orv::Vector3 position = entity.getPosition();
+    position.x += std::sin(heading) * entity.getSpeed() * dt;
+    position.z += std::cos(heading) * entity.getSpeed() * dt;
+    entity.setPosition(position);
+}
+
+ORV_IMPLEMENT_RTTI(PauseBehavior, "8c1d7e3f-0a24-4e6b-b5d9-3e8f2a6c5b03", "orvtest::PauseBehavior")
+
+void PauseBehavior::addAttributes()
+{
+    _rtti->addBaseClass<TimedBehavior>();
+}
+
+float PauseBehavior::drawDuration(orv::Entity& entity)
+{
+    return entity.touchRNG().frand(0.2f, 1.0f);
+}
+
+ORV_IMPLEMENT_RTTI(TurnBehavior, "9e2f8a40-1b35-4f7c-86ea-4f903b7d6c04", "orvtest::TurnBehavior")
+
+void TurnBehavior::addAttributes()
+{
+    _rtti->addBaseClass<TimedBehavior>();
+}
+
+float TurnBehavior::drawDuration(orv::Entity& entity)
+{
+    return entity.touchRNG().frand(0.3f, 1.0f);
+}
+
+void TurnBehavior::act(orv::Entity& entity, float dt)
+{
+    // The rate follows from the entity's own generator state, so that a run turns one way throughout.
+    const float rate = static_cast<float>(entity.getId() % 7) * 0.5f - 1.5f;
+    WanderContext::setHeading(entity, WanderContext::getHeading(entity) + rate * dt);
+}
+
+void registerWanderClasses(bool doRegister)
+{
+    if (doRegister)
+    {
+        WanderContext::createClassRTTI(true);
+        TimedBehavior::createClassRTTI(true);
+        WalkBehavior::createClassRTTI(true);
+        PauseBehavior::createClassRTTI(true);
+        TurnBehavior::createClassRTTI(true);
+    }
+    else
+    {
+        TurnBehavior::destroyClassRTTI(true);
+        PauseBehavior::destroyClassRTTI(true);
+        WalkBehavior::destroyClassRTTI(true);
+        TimedBehavior::destroyClassRTTI(true);
+        WanderContext::destroyClassRTTI(true);
+    }
+}
+
+orv::AbstractBehavior* buildWanderGraph()
+{
+    // Inner chart: walk, pause, turn.
+    orv::CompositeBehavior* steps = new orv::CompositeBehavior();
+    orv::AbstractUserBehavior* walk = new WalkBehavior();
+    orv::AbstractUserBehavior* pause = new PauseBehavior();
+    orv::AbstractUserBehavior* turn = new TurnBehavior();
+    steps->addChildBehavior(walk);
+    steps->addChildBehavior(pause);
+    steps->addChildBehavior(turn);
+    static_cast<orv::InitialBehaviorOperator*>(steps->touchInitialBehavior())->setNextBehavior(walk);
+    walk->setNextBehavior(pause);
+    pause->setNextBehavior(turn);
+    turn->setNextBehavior(steps->touchFinalBehavior());
+
+    // Outer chart: the inner one over and over.
+    orv::LoopBehaviorOperator* loop =
+        new orv::LoopBehaviorOperator(orv::LoopBehaviorOperator::LoopMode::DO_WHILE,
+                                      orv::BoolCallBackPointer(new orv::ConstantValueCallback<bool>(true)));
+    loop->addChildBehavior(steps);
+    orv::CompositeBehavior* root = new orv::CompositeBehavior();
+    root->addChildBehavior(loop);
+    static_cast<orv::InitialBehaviorOperator*>(root->touchInitialBehavior())->setNextBehavior(loop);
+    loop->setNextBehavior(root->touchFinalBehavior());
+    return root;
+}
+
+orv::Simulation* buildWanderingWorld(int entityCount, int typeCount, bool withGraph)
 {
     orv::Simulation* simulation = new orv::Simulation(entityCount, 0);
-    simulation->addContext(new WanderContext());
+    simulation->addContext(new WanderContext(!withGraph));
     for (int t = 0; t < typeCount; ++t)
     {
         orv::EntityType* type = simulation->getEntityType(simulation->createEntityType(entityCount));
         type->setScaleRange(0.9f, 1.1f);
         type->setHeight(1.6f + 0.1f * static_cast<float>(t % 4));
+        if (withGraph)
+        {
+            type->addBehavior(buildWanderGraph(), true);
+        }
     }
     for (int i = 0; i < entityCount; ++i)
     {

@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "behavior/behaviors/orvAbstractUserBehavior.h"
 #include "engine/simulation/orvIContext.h"
+#include "system/containers/orvPODArray.h"
 
 namespace orv
 {
@@ -24,8 +26,9 @@ class WanderContext : public orv::IContext
     ORV_DECLARE_RTTI(WanderContext)
 
 public:
-    /// Multithreaded, entities before groups.
-    WanderContext() : orv::IContext(true, false) {}
+    /// Multithreaded, entities before groups. A context that does not move only places the entities at their
+    /// initialisation: a behaviour graph walks them then.
+    explicit WanderContext(bool moves = true) : orv::IContext(true, false), _moves(moves) {}
 
     /// A NAVIGATION context with no arrays of its own and nothing to start or finish.
     void setContextType() override { assignContextType(ContextType::NAVIGATION); }
@@ -40,20 +43,92 @@ public:
     bool registeredOnInitEntityComponents() const override { return true; }
     /// Places each entity of the dense rows first..last in a 100 m square, facing and walking at random. Any thread.
     void onInitEntityComponents(int first, int last) override;
-    bool registeredOnUpdateEntityComponents() const override { return true; }
+    bool registeredOnUpdateEntityComponents() const override { return _moves; }
     /// Turns and moves each entity of the dense rows first..last by dt seconds. Any thread, one slice each.
     void onUpdateEntityComponents(orv::Time dt, int first, int last) override;
 
-private:
+    /// Sets the entity's move and body orientation to a heading about the vertical axis, in radians, 0 facing +z.
     static void setHeading(orv::Entity& entity, float heading);
+    /// The heading of the entity's move orientation, in radians.
     static float getHeading(const orv::Entity& entity);
 
+private:
     float _time = 0.0f; // seconds of noise clock, written only by doUpdate
+    bool _moves = true; // whether the context walks the entities itself
 };
 
+/// The host behaviours of the wander graph: each acts for a time drawn from the entity's own generator at its start
+/// and then ends; the time left is kept per entity (index in the type) and saved with the graph.
+class TimedBehavior : public orv::AbstractUserBehavior
+{
+    ORV_DECLARE_ABSTRACT_RTTI(TimedBehavior)
+
+public:
+    /// Nothing to initialise: always true.
+    bool doInit() override { return true; }
+    void doFinish() override {}
+    /// Draws the entity's time for this run.
+    void doStart(int entity) override;
+    /// Acts for dt seconds, then ends the run once its time is spent.
+    void doUpdate(Time dt, int entity) override;
+    /// SUCCESS.
+    ResultStatus::Value doStop(Time dt, int entity) override;
+    void doAllocate(int capacity) override { _remaining.set_capacity(static_cast<size_t>(capacity)); }
+    void doAddEntity(int entity) override;
+
+protected:
+    /// The entity whose index in the graph's type is index.
+    orv::Entity& touchEntity(int index);
+    /// Seconds this run lasts for the entity, drawn from its generator.
+    virtual float drawDuration(orv::Entity& entity) = 0;
+    /// The action for dt seconds.
+    virtual void act(orv::Entity& entity, float dt) = 0;
+
+private:
+    orv::PODArray<float> _remaining; // seconds left in the present run, per entity
+};
+
+/// Walks straight on at the entity's speed for 1 to 3 s.
+class WalkBehavior : public TimedBehavior
+{
+    ORV_DECLARE_RTTI(WalkBehavior)
+
+protected:
+    float drawDuration(orv::Entity& entity) override;
+    void act(orv::Entity& entity, float dt) override;
+};
+
+/// Stands still for 0.2 to 1 s.
+class PauseBehavior : public TimedBehavior
+{
+    ORV_DECLARE_RTTI(PauseBehavior)
+
+protected:
+    float drawDuration(orv::Entity& entity) override;
+    void act(orv::Entity&, float) override {}
+};
+
+/// Turns on the spot at a rate drawn at the start (-1.5 to 1.5 rad/s) for 0.3 to 1 s.
+class TurnBehavior : public TimedBehavior
+{
+    ORV_DECLARE_RTTI(TurnBehavior)
+
+protected:
+    float drawDuration(orv::Entity& entity) override;
+    void act(orv::Entity& entity, float dt) override;
+};
+
+/// Registers (true) or unregisters (false) the host classes of the wander scene: the context and the behaviours.
+void registerWanderClasses(bool doRegister);
+
+/// A new wander graph: walk, pause and turn over and over, as a loop around a composite inside a composite.
+orv::AbstractBehavior* buildWanderGraph();
+
 /// A new, uninitialised simulation of entityCount wanderers (entityCount >= 0) spread over typeCount entity types
-/// (>= 1), entity i of type i % typeCount, with a WanderContext added. The caller owns it until a processor takes it.
-orv::Simulation* buildWanderingWorld(int entityCount, int typeCount);
+/// (>= 1), entity i of type i % typeCount, with a WanderContext added. With withGraph, each type runs a wander graph
+/// started at each entity's initialisation, and the context only places the entities. The caller owns the
+/// simulation until a processor takes it.
+orv::Simulation* buildWanderingWorld(int entityCount, int typeCount, bool withGraph = false);
 
 /// Every live entity's handle word, then the raw bits of its position (x, y, z) and move orientation (x, y, z, w),
 /// ordered by handle index: two worlds that ran the same are equal word for word.

@@ -452,6 +452,10 @@ bool CompositeBehavior::isChildBehaviorInFlow(const AbstractBehavior* child) con
 
 void CompositeBehavior::clearUpdatedNodesAndTransitions(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     RuntimeUpdateHistoryPerFrame& history = _runtimeHistoryPerEntity[entity];
     history._updatedBehaviorsThisFrame.clear();
     for (CompositeBehavior* composite : history._childrenCompositeToClearTransitions)
@@ -463,11 +467,19 @@ void CompositeBehavior::clearUpdatedNodesAndTransitions(int entity)
 
 void CompositeBehavior::addToHistory(int entity, const AbstractBehavior* behavior)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     _runtimeHistoryPerEntity[entity]._updatedBehaviorsThisFrame.push_back(behavior);
 }
 
 bool CompositeBehavior::isInHistory(int entity, const AbstractBehavior* behavior) const
 {
+    if (!hasEntitySlot(entity))
+    {
+        return false;
+    }
     // Short lists: a linear search.
     for (const AbstractBehavior* updated : _runtimeHistoryPerEntity[entity]._updatedBehaviorsThisFrame)
     {
@@ -557,6 +569,10 @@ void CompositeBehavior::doAddEntity(int entity)
 
 void CompositeBehavior::doInit(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     for (SmartPointer<AbstractBehavior>& child : touchChildrenBehaviors())
     {
         if (child.getImpl() != nullptr)
@@ -568,6 +584,10 @@ void CompositeBehavior::doInit(int entity)
 
 void CompositeBehavior::doFinish(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     for (SmartPointer<AbstractBehavior>& child : touchChildrenBehaviors())
     {
         if (child.getImpl() != nullptr)
@@ -580,6 +600,11 @@ void CompositeBehavior::doFinish(int entity)
 
 void CompositeBehavior::doStart(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        requestStop(entity);
+        return;
+    }
     AbstractBehavior* current = childAt(0);
     _currentBehavior[entity] = current;
     if (current == nullptr)
@@ -605,6 +630,11 @@ void CompositeBehavior::doStart(int entity)
 
 void CompositeBehavior::doUpdate(Time dt, int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        requestStop(entity);
+        return;
+    }
     clearUpdatedNodesAndTransitions(entity);
     AbstractBehavior* currentBehavior = _currentBehavior[entity];
     if (currentBehavior == nullptr)
@@ -666,7 +696,12 @@ void CompositeBehavior::doUpdate(Time dt, int entity)
 
 AbstractBehavior::ResultStatus::Value CompositeBehavior::doStop(Time dt, int entity)
 {
-    if (CompositeBehavior* parent = getParentComposite())
+    if (!hasEntitySlot(entity))
+    {
+        return ResultStatus::FAILURE;
+    }
+    CompositeBehavior* parent = getParentComposite();
+    if (parent != nullptr && parent->hasEntitySlot(entity))
     {
         parent->_runtimeHistoryPerEntity[entity]._childrenCompositeToClearTransitions.push_back(this);
     }
@@ -694,11 +729,19 @@ AbstractBehavior::ResultStatus::Value CompositeBehavior::doStop(Time dt, int ent
 
 void CompositeBehavior::onRequestStart(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     _currentBehavior[entity] = nullptr;
 }
 
 void CompositeBehavior::onRequestStop(int entity)
 {
+    if (!hasEntitySlot(entity))
+    {
+        return;
+    }
     if (AbstractBehavior* current = _currentBehavior[entity])
     {
         current->requestStop(entity);

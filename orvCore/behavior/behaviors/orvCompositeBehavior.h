@@ -81,10 +81,23 @@ public:
     /// True when child is a child of this composite reached from the initial operator.
     bool isChildBehaviorInFlow(const AbstractBehavior* child) const;
 
-    /// The child active for the entity, or null.
-    const AbstractBehavior* getCurrentBehavior(int entity) const { return _currentBehavior[entity]; }
-    AbstractBehavior* touchCurrentBehavior(int entity) { return _currentBehavior[entity]; }
-    /// What the entity's walk updated in the present frame.
+    /// True when the entity has its current-child slot and its frame history. Rows read from a file may lack them:
+    /// the per-entity walk then ends the composite for that entity instead of reading past the arrays.
+    bool hasEntitySlot(int entity) const
+    {
+        return static_cast<unsigned int>(entity) < _currentBehavior.size() &&
+               static_cast<unsigned int>(entity) < _runtimeHistoryPerEntity.size();
+    }
+    /// The child active for the entity, or null (also for an entity without a slot).
+    const AbstractBehavior* getCurrentBehavior(int entity) const
+    {
+        return hasEntitySlot(entity) ? _currentBehavior[entity] : nullptr;
+    }
+    AbstractBehavior* touchCurrentBehavior(int entity)
+    {
+        return hasEntitySlot(entity) ? _currentBehavior[entity] : nullptr;
+    }
+    /// What the entity's walk updated in the present frame; the entity has a slot.
     const RuntimeUpdateHistoryPerFrame& getRuntimeHistory(int entity) const { return _runtimeHistoryPerEntity[entity]; }
     /// Empties the entity's frame history and, through them, that of the child composites that stopped last frame.
     void clearUpdatedNodesAndTransitions(int entity);

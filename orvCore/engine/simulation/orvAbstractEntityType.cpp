@@ -1,6 +1,7 @@
 // orvCore/engine/simulation/orvAbstractEntityType.cpp
 #include "engine/simulation/orvAbstractEntityType.h"
 
+#include "behavior/engine/orvBehaviorContext.h"
 #include "engine/simulation/orvEntity.h"
 #include "engine/simulation/orvGroup.h"
 #include "engine/simulation/orvSimulation.h"
@@ -35,6 +36,13 @@ AbstractEntityType::AbstractEntityType(int maxCount) : _behaviorGraph(maxCount)
 }
 
 AbstractEntityType::~AbstractEntityType() = default;
+
+void AbstractEntityType::addBehavior(AbstractBehavior* behavior, bool requestStartAtInitialization)
+{
+    orvAssertMsg(_simulation != NULL && _simulation->getContext<BehaviorContext>() != NULL,
+                 "Simulation needs a BehaviorContext to handle behaviors");
+    _behaviorGraph.addBehavior(behavior, requestStartAtInitialization);
+}
 
 int AbstractEntityType::findIndexInEntityType(EntityHandle handle) const
 {

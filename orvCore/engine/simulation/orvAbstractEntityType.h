@@ -43,6 +43,9 @@ public:
     /// The behaviours of the type's instances, with per-slot data; owned by the type.
     const BehaviorGraph& getBehaviorGraph() const { return _behaviorGraph; }
     BehaviorGraph& touchBehaviorGraph() { return _behaviorGraph; }
+    /// Adds a top-level behaviour to the type's graph, as BehaviorGraph::addBehavior does. Fatal unless the type is
+    /// in a simulation that holds a BehaviorContext. Host thread, between frames.
+    void addBehavior(AbstractBehavior* behavior, bool requestStartAtInitialization);
     /// Knowledge shared by the type's instances; owned by the type, not saved.
     const KnowledgeBase& getKB() const { return _entityTypeKB; }
     KnowledgeBase& touchKB() { return _entityTypeKB; }

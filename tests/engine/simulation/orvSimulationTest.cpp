@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "behavior/engine/orvBehaviorContext.h"
+#include "behavior/engine/orvAbstractBehavior.h"
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "knowledgeBase/orvKBContext.h"
@@ -99,7 +100,7 @@ TEST_F(SimulationTest, InitLaysDownContextsThenComponentsBetweenTheSimulationBat
     simulation.enqueueInit(queue);
     const std::vector<ProcessingBatch> batches = drain(queue);
     IContext* nav = simulation.getContextByIndex(0);
-    ASSERT_EQ(8u, batches.size());
+    ASSERT_EQ(12u, batches.size());
     EXPECT_EQ(&Simulation::preInitBatch, batches[0]._updateMethod);
     EXPECT_EQ(&IContext::initBatch, batches[1]._updateMethod);
     EXPECT_EQ(nav, batches[1]._userData);
@@ -107,12 +108,17 @@ TEST_F(SimulationTest, InitLaysDownContextsThenComponentsBetweenTheSimulationBat
     EXPECT_EQ(&IContext::initEntityTypeBatch, batches[2]._updateMethod);
     EXPECT_TRUE(batches[2]._blocking);
     EXPECT_EQ(&IContext::initBatch, batches[3]._updateMethod);
-    EXPECT_EQ(&IContext::initBatch, batches[4]._updateMethod);
+    EXPECT_EQ(&IContext::initEntityTypeBatch, batches[4]._updateMethod);
+    EXPECT_EQ(&IContext::initBatch, batches[5]._updateMethod);
     // A single-threaded context's slices are blocking; an empty blocking batch closes them.
-    EXPECT_EQ(&IContext::initEntityComponentsBatch, batches[5]._updateMethod);
-    EXPECT_TRUE(batches[5]._blocking);
-    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[6]._updateMethod);
-    EXPECT_EQ(&Simulation::postInitBatch, batches[7]._updateMethod);
+    EXPECT_EQ(&IContext::initEntityComponentsBatch, batches[6]._updateMethod);
+    EXPECT_TRUE(batches[6]._blocking);
+    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[7]._updateMethod);
+    // The behaviour context's graph batches, between its two blocking batches.
+    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[8]._updateMethod);
+    EXPECT_EQ(&orv::BehaviorContext::initBehaviorGraphForIndex, batches[9]._updateMethod);
+    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[10]._updateMethod);
+    EXPECT_EQ(&Simulation::postInitBatch, batches[11]._updateMethod);
 }
 
 TEST_F(SimulationTest, EmptySimulationStillLaysDownEveryContextsBlockingBatches)
@@ -121,20 +127,20 @@ TEST_F(SimulationTest, EmptySimulationStillLaysDownEveryContextsBlockingBatches)
     orv::ProcessingBatchQueue queue;
     simulation.enqueueUpdate(queue, 0.5);
     const std::vector<ProcessingBatch> batches = drain(queue);
-    ASSERT_EQ(8u, batches.size());
+    ASSERT_EQ(7u, batches.size());
     EXPECT_EQ(&Simulation::preUpdateBatch, batches[0]._updateMethod);
-    for (int context = 0; context < 2; ++context)
-    {
-        EXPECT_EQ(&IContext::preUpdateBatch, batches[1 + 3 * context]._updateMethod);
-        EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[2 + 3 * context]._updateMethod);
-        EXPECT_EQ(&IContext::postUpdateBatch, batches[3 + 3 * context]._updateMethod);
-    }
-    EXPECT_EQ(&Simulation::postUpdateBatch, batches[7]._updateMethod);
+    // The behaviour context lays no pre-update batch.
+    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[1]._updateMethod);
+    EXPECT_EQ(&IContext::postUpdateBatch, batches[2]._updateMethod);
+    EXPECT_EQ(&IContext::preUpdateBatch, batches[3]._updateMethod);
+    EXPECT_EQ(&Simulation::emptyBlockingBatch, batches[4]._updateMethod);
+    EXPECT_EQ(&IContext::postUpdateBatch, batches[5]._updateMethod);
+    EXPECT_EQ(&Simulation::postUpdateBatch, batches[6]._updateMethod);
     for (const ProcessingBatch& batch : batches)
     {
         EXPECT_TRUE(batch._blocking);
     }
-    EXPECT_EQ(0.5, batches[7]._dt);
+    EXPECT_EQ(0.5, batches[6]._dt);
 }
 
 TEST_F(SimulationTest, PausedContextLaysDownNothingUntilUnpaused)
@@ -146,7 +152,7 @@ TEST_F(SimulationTest, PausedContextLaysDownNothingUntilUnpaused)
     EXPECT_EQ(5u, drain(queue).size());
     simulation.getBehaviorContext()->unpause();
     simulation.enqueueUpdate(queue, 0.1);
-    EXPECT_EQ(8u, drain(queue).size());
+    EXPECT_EQ(7u, drain(queue).size());
 }
 
 TEST_F(SimulationTest, FramesCountAndDurationSumsTheSteps)

@@ -48,6 +48,9 @@ protected:
         CoreTest::TearDown();
     }
 
+    /// Runs a churning wander world at 1, 2 and more threads than cores and expects the same end state.
+    void expectSameEndStateAtEveryThreadCount(bool withGraph);
+
     SimulationsProcessor _processor;
 };
 
@@ -107,19 +110,34 @@ TEST_F(SimulationsProcessorTest, UpdateWithNoSimulationDoesNothing)
 
 TEST_F(SimulationsProcessorTest, OneTwoAndMoreThreadsThanCoresFromTheSameSeedEndInTheSameState)
 {
+    // Walked by the navigation context alone, then by a behaviour graph on each type.
+    for (bool withGraph : {false, true})
+    {
+        SCOPED_TRACE(withGraph ? "behaviour graph" : "navigation context");
+        expectSameEndStateAtEveryThreadCount(withGraph);
+    }
+}
+
+void SimulationsProcessorTest::expectSameEndStateAtEveryThreadCount(bool withGraph)
+{
     // More threads than cores are bounded to every core: the third run has the most workers the machine allows.
     const int threadCounts[] = {1, 2, _processor.getLogicalCPUsCount() + 1};
     std::vector<std::vector<uint32_t>> endStates;
+    std::vector<uint32_t> firstFrameState;
     for (int threads : threadCounts)
     {
         orv::getRNG().setSeed(42);
         _processor.init(threads);
-        orv::Simulation* simulation = buildWanderingWorld(2000, 2);
+        orv::Simulation* simulation = buildWanderingWorld(2000, 2, withGraph);
         _processor.addSimulation(simulation);
         std::vector<orv::EntityHandle> handles;
         for (int frame = 0; frame < 30; ++frame)
         {
             _processor.update(0.04);
+            if (frame == 0)
+            {
+                firstFrameState = orvtest::getPosesInHandleOrder(*simulation);
+            }
             if (frame % 10 == 5)
             {
                 // Churn: destroy some entities and create others, initialised through the pool.
@@ -139,6 +157,8 @@ TEST_F(SimulationsProcessorTest, OneTwoAndMoreThreadsThanCoresFromTheSameSeedEnd
         _processor.finish();
     }
     ASSERT_EQ(2000u * 8u, endStates[0].size());
+    // The crowd moved after its first frame.
+    EXPECT_FALSE(firstFrameState == endStates[0]);
     EXPECT_TRUE(endStates[0] == endStates[1]);
     EXPECT_TRUE(endStates[0] == endStates[2]);
 }
