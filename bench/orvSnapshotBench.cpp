@@ -98,7 +98,6 @@ void BM_SnapshotImport(benchmark::State& state)
 }
 BENCHMARK(BM_SnapshotImport)->Unit(benchmark::kMillisecond)->UseRealTime();
 
-/// The check, then the import of what it accepted: what a careful host pays.
 /// The check alone, the part of a checked load the import does not pay.
 void BM_SnapshotCheck(benchmark::State& state)
 {
@@ -113,6 +112,7 @@ void BM_SnapshotCheck(benchmark::State& state)
 }
 BENCHMARK(BM_SnapshotCheck)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+/// The check, then the import of what it accepted: what a careful host pays.
 void BM_SnapshotCheckAndImport(benchmark::State& state)
 {
     orvbench::CoreScope core;

@@ -1,6 +1,8 @@
 // orvCore/engine/simulation/orvSnapshotCheck.cpp
 #include "engine/simulation/orvSnapshotCheck.h"
 
+#include <cstring>
+
 #include "engine/simulation/orvAbstractEntityType.h"
 #include "engine/simulation/orvEntitiesManager.h"
 #include "engine/simulation/orvEntity.h"
@@ -66,6 +68,36 @@ struct ContextRecord
     uint32_t _initialized = 0;
     uint64_t _offset = 0;
 };
+
+struct TypeOfId
+{
+    uint32_t _id = 0;
+    uint32_t _index = 0;
+};
+
+const uint32_t kNoType = ~0u;
+
+/// Where each of fields stands among attributes, in layout; false when one is missing.
+bool findLayout(const AbstractAttribute* const* attributes, size_t count, const AbstractAttribute* const* fields,
+                size_t fieldCount, size_t* layout)
+{
+    for (size_t f = 0; f < fieldCount; ++f)
+    {
+        layout[f] = count;
+        for (size_t i = 0; i < count; ++i)
+        {
+            if (attributes[i] == fields[f])
+            {
+                layout[f] = i;
+            }
+        }
+        if (layout[f] == count)
+        {
+            return false;
+        }
+    }
+    return true;
+}
 
 struct Value
 {
@@ -165,13 +197,77 @@ public:
 
     void onObjectEnd(BinaryStreamCheck&, const RTTI&) override { _frames.pop_back(); }
 
-    bool watchesObjects(const RTTI& rtti, const AbstractAttribute& holder) override
+    void onObjects(BinaryStreamCheck& check, const RTTI&, const WholeObject* objects, size_t count,
+                   const AbstractAttribute* const* attributes, const uint32_t* words, size_t wordsPerObject) override
     {
+        // The entities and the handle entries, the bulk of a world, come whole, in batches: a record each.
+        const AbstractAttribute* holder = check.getAttribute();
+        if (holder == _entities)
+        {
+            const AbstractAttribute* const fields[] = {_entityType, _entityHandle, _indexInEntityType,
+                                                       _parentGroupHandle};
+            size_t at[4];
+            const bool laidOut = findLayout(attributes, wordsPerObject, fields, 4, at);
+            for (size_t o = 0; o < count; ++o)
+            {
+                const uint32_t* own = words + o * wordsPerObject;
+                EntityRecord record;
+                record._offset = objects[o]._offset;
+                if (laidOut)
+                {
+                    record._typeId = own[at[0]];
+                    record._handle = own[at[1]];
+                    record._slot = static_cast<int32_t>(own[at[2]]);
+                    record._parentGroup = own[at[3]];
+                }
+                else
+                {
+                    for (size_t i = 0; i < wordsPerObject; ++i)
+                    {
+                        readEntityValue(record, attributes[i], own[i]);
+                    }
+                }
+                _entityRecords.push_back(record);
+            }
+        }
+        else if (holder == _handleEntries)
+        {
+            const AbstractAttribute* const fields[] = {_handleInfo, _entityIndex};
+            size_t at[2];
+            const bool laidOut = findLayout(attributes, wordsPerObject, fields, 2, at);
+            for (size_t o = 0; o < count; ++o)
+            {
+                const uint32_t* own = words + o * wordsPerObject;
+                EntryRecord record;
+                record._offset = objects[o]._offset;
+                if (laidOut)
+                {
+                    record._info = own[at[0]];
+                    record._contentIndex = static_cast<int32_t>(own[at[1]]);
+                }
+                else
+                {
+                    for (size_t i = 0; i < wordsPerObject; ++i)
+                    {
+                        readEntryValue(record, attributes[i], own[i]);
+                    }
+                }
+                _entryRecords.push_back(record);
+            }
+        }
+    }
+
+    Notice noticeOf(const RTTI& rtti, const AbstractAttribute& holder) override
+    {
+        if (&holder == _entities || &holder == _handleEntries)
+        {
+            return ONE_CALL;
+        }
         // An object of no kind of its own, held by no watched array, whose values are all plain and unwatched
         // (an entity's generator), gives the world's checks nothing.
-        if (kindOf(rtti) != OTHER_CLASS || &holder == _entities || &holder == _handleEntries)
+        if (kindOf(rtti) != OTHER_CLASS)
         {
-            return true;
+            return EACH_CALL;
         }
         const PODArray<const AbstractAttribute*>& attributes = rtti.getAllAttributes();
         for (size_t i = 0; i < attributes.size(); ++i)
@@ -181,10 +277,10 @@ public:
                                kind == AttributeStreamShape::WORD;
             if (!plain || watches(*attributes[i]))
             {
-                return true;
+                return EACH_CALL;
             }
         }
-        return false;
+        return SILENT;
     }
 
     bool watches(const AbstractAttribute& attribute) const override
@@ -218,31 +314,11 @@ public:
         }
         else if (frame._kind == Frame::ENTRY)
         {
-            EntryRecord& record = _entryRecords[frame._index];
-            if (attribute == _handleInfo)
-            {
-                record._info = word;
-            }
-            else if (attribute == _entityIndex)
-            {
-                record._contentIndex = static_cast<int32_t>(word);
-            }
+            readEntryValue(_entryRecords[frame._index], attribute, word);
         }
         else if (frame._kind == Frame::ENTITY)
         {
-            EntityRecord& record = _entityRecords[frame._index];
-            if (attribute == _entityHandle)
-            {
-                record._handle = word;
-            }
-            else if (attribute == _indexInEntityType)
-            {
-                record._slot = static_cast<int32_t>(word);
-            }
-            else if (attribute == _parentGroupHandle)
-            {
-                record._parentGroup = word;
-            }
+            readEntityValue(_entityRecords[frame._index], attribute, word);
         }
         else if (frame._kind == Frame::TYPE)
         {
@@ -273,6 +349,32 @@ public:
         {
             _contextRecords[frame._index]._initialized = word;
         }
+    }
+
+    bool onWords(BinaryStreamCheck& check, const uint8_t* words, uint32_t count) override
+    {
+        if (_frames.empty() || _frames.back()._kind != Frame::TYPE)
+        {
+            return false;
+        }
+        TypeRecord& record = _typeRecords[_frames.back()._index];
+        PODArray<uint32_t>* target = nullptr;
+        if (check.getAttribute() == _entityHandles)
+        {
+            target = &record._handles;
+        }
+        else if (check.getAttribute() == _recycledIndices)
+        {
+            target = &record._recycled;
+        }
+        else
+        {
+            return false;
+        }
+        const size_t at = target->size();
+        target->resize(at + count);
+        memcpy(target->data() + at, words, count * sizeof(uint32_t));
+        return true;
     }
 
     void onBool(BinaryStreamCheck& check, bool value) override
@@ -313,7 +415,7 @@ public:
         const uint64_t offset = check.getPosition() - sizeof(uint32_t);
         if (attribute == _entityType && frame._kind == Frame::ENTITY)
         {
-            _entityRecords[frame._index]._typeId = id;
+            readEntityValue(_entityRecords[frame._index], attribute, id);
         }
         else if (attribute == _typeSimulation && frame._kind == Frame::TYPE)
         {
@@ -394,6 +496,38 @@ private:
         }
         _classes.push_back(ClassRecord{&rtti, kind});
         return kind;
+    }
+
+    void readEntityValue(EntityRecord& record, const AbstractAttribute* attribute, uint32_t word) const
+    {
+        if (attribute == _entityType)
+        {
+            record._typeId = word;
+        }
+        else if (attribute == _entityHandle)
+        {
+            record._handle = word;
+        }
+        else if (attribute == _indexInEntityType)
+        {
+            record._slot = static_cast<int32_t>(word);
+        }
+        else if (attribute == _parentGroupHandle)
+        {
+            record._parentGroup = word;
+        }
+    }
+
+    void readEntryValue(EntryRecord& record, const AbstractAttribute* attribute, uint32_t word) const
+    {
+        if (attribute == _handleInfo)
+        {
+            record._info = word;
+        }
+        else if (attribute == _entityIndex)
+        {
+            record._contentIndex = static_cast<int32_t>(word);
+        }
     }
 
     struct Frame
@@ -565,6 +699,7 @@ private:
             if (!groups)
             {
                 _entityTypeIndexOfId.insert(id._value, found.getValue());
+                _entityTypeList.push_back(TypeOfId{id._value, found.getValue()});
             }
         }
         return true;
@@ -627,18 +762,36 @@ private:
         return &_entityRecords[entry._contentIndex];
     }
 
+    // A world has a few entity types and many entities: a short list is searched faster than the map.
+    uint32_t entityTypeIndexOf(uint32_t id)
+    {
+        if (_entityTypeList.size() <= 8)
+        {
+            for (size_t i = 0; i < _entityTypeList.size(); ++i)
+            {
+                if (_entityTypeList[i]._id == id)
+                {
+                    return _entityTypeList[i]._index;
+                }
+            }
+            return kNoType;
+        }
+        OrvMap<uint32_t, uint32_t>::iterator found = _entityTypeIndexOfId.find(id);
+        return found != _entityTypeIndexOfId.end() ? found.getValue() : kNoType;
+    }
+
     bool checkEntities(BinaryStreamCheck& check)
     {
         for (size_t i = 0; i < _entityRecords.size(); ++i)
         {
             const EntityRecord& entity = _entityRecords[i];
-            OrvMap<uint32_t, uint32_t>::iterator found = _entityTypeIndexOfId.find(entity._typeId);
-            if (found == _entityTypeIndexOfId.end())
+            const uint32_t typeIndex = entityTypeIndexOf(entity._typeId);
+            if (typeIndex == kNoType)
             {
                 return check.refuseAt(entity._offset, "entity %lu has no entity type of the world",
                                       static_cast<unsigned long>(i));
             }
-            const TypeRecord& type = _typeRecords[found.getValue()];
+            const TypeRecord& type = _typeRecords[typeIndex];
             if (entity._slot < 0 || static_cast<size_t>(entity._slot) >= type._handles.size() ||
                 type._handles[entity._slot] != entity._handle)
             {
@@ -733,6 +886,7 @@ private:
     PODArray<Value> _groupEntityTypeIds;
     OrvMap<uint32_t, uint32_t> _typeIndexOfId;
     OrvMap<uint32_t, uint32_t> _entityTypeIndexOfId;
+    PODArray<TypeOfId> _entityTypeList;
 };
 
 } // namespace

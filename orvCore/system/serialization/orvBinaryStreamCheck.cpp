@@ -10,20 +10,6 @@
 namespace orv
 {
 
-namespace
-{
-
-enum IdState : uint8_t
-{
-    ID_UNKNOWN = 0,
-    ID_BY_VALUE = 1,
-    ID_POINTER_BODY = 2,
-    ID_WAITING_FOR_BODY = 3,
-    ID_BASE_VALUE = 4
-};
-
-} // namespace
-
 BinaryStreamCheck::IObserver::~IObserver() = default;
 
 void BinaryStreamCheck::IObserver::onObjectBegin(BinaryStreamCheck&, const RTTI&, uint32_t)
@@ -34,8 +20,18 @@ void BinaryStreamCheck::IObserver::onObjectEnd(BinaryStreamCheck&, const RTTI&)
 {
 }
 
+void BinaryStreamCheck::IObserver::onObjects(BinaryStreamCheck&, const RTTI&, const WholeObject*, size_t,
+                                             const AbstractAttribute* const*, const uint32_t*, size_t)
+{
+}
+
 void BinaryStreamCheck::IObserver::onWord(BinaryStreamCheck&, uint32_t)
 {
+}
+
+bool BinaryStreamCheck::IObserver::onWords(BinaryStreamCheck&, const uint8_t*, uint32_t)
+{
+    return false;
 }
 
 void BinaryStreamCheck::IObserver::onBool(BinaryStreamCheck&, bool)
@@ -55,9 +51,9 @@ bool BinaryStreamCheck::IObserver::watches(const AbstractAttribute&) const
     return true;
 }
 
-bool BinaryStreamCheck::IObserver::watchesObjects(const RTTI&, const AbstractAttribute&)
+BinaryStreamCheck::IObserver::Notice BinaryStreamCheck::IObserver::noticeOf(const RTTI&, const AbstractAttribute&)
 {
-    return true;
+    return EACH_CALL;
 }
 
 BinaryStreamCheck::BinaryStreamCheck(const uint8_t* data, size_t size, IObserver* observer)
@@ -66,6 +62,11 @@ BinaryStreamCheck::BinaryStreamCheck(const uint8_t* data, size_t size, IObserver
     // Id 0 is null for good.
     _ids.resize(1);
     _ids[0] = IdRecord();
+    _whats.push_back(nullptr);
+    // Room for the ids of a usual world, an object every few dozen bytes, without moving the table as it fills.
+    const size_t bound = _size / 4 + 2;
+    const size_t usual = _size / 32 + 64;
+    _ids.reserve(usual < bound ? usual : bound);
 }
 
 bool BinaryStreamCheck::checkEnd()
@@ -74,14 +75,15 @@ bool BinaryStreamCheck::checkEnd()
     {
         return false;
     }
-    for (size_t id = 1; id < _ids.size(); ++id)
+    // The table holds a record per object of the world: it is searched only when some id still waits.
+    for (size_t id = 1; _waitingCount != 0 && id < _ids.size(); ++id)
     {
-        if (_ids[id]._state == ID_WAITING_FOR_BODY)
+        if (_ids[id].state() == ID_WAITING_FOR_BODY)
         {
             OrvMap<uint32_t, uint64_t>::iterator offset = _waitingOffsets.find(static_cast<uint32_t>(id));
             return refuseAt(offset != _waitingOffsets.end() ? offset->_value : _position,
                             "object %u of class %s is reached by pointer and never read", static_cast<unsigned int>(id),
-                            _ids[id].rtti()->getTypeName());
+                            rttiOf(_ids[id])->getTypeName());
         }
     }
     if (_position != _size)
@@ -124,7 +126,21 @@ void BinaryStreamCheck::refuseWith(uint64_t offset, const char* format, va_list 
 
 const RTTI* BinaryStreamCheck::getClassOfId(uint32_t id) const
 {
-    return id < _ids.size() ? _ids[id].rtti() : nullptr;
+    return id < _ids.size() ? rttiOf(_ids[id]) : nullptr;
+}
+
+uint32_t BinaryStreamCheck::whatIndexOf(const void* what)
+{
+    // A handful of classes and value types: searched only when an id is first met through a pointer.
+    for (size_t i = 1; i < _whats.size(); ++i)
+    {
+        if (_whats[i] == what)
+        {
+            return static_cast<uint32_t>(i);
+        }
+    }
+    _whats.push_back(what);
+    return static_cast<uint32_t>(_whats.size() - 1);
 }
 
 BinaryStreamCheck::IdRecord* BinaryStreamCheck::growRecords(uint32_t id)
@@ -185,25 +201,158 @@ size_t BinaryStreamCheck::findPlan(const RTTI& rtti)
         }
         else if (silent)
         {
-            _steps.push_back(Step{AttributeStreamShape::PLAIN, nullptr, shape._bytes, nullptr, false});
+            _steps.push_back(
+                Step{AttributeStreamShape::PLAIN, nullptr, shape._bytes, nullptr, IObserver::SILENT, noPlan});
         }
         else if (shape._kind == AttributeStreamShape::BOOL)
         {
-            _steps.push_back(Step{AttributeStreamShape::OTHER, attribute, 0, nullptr, false});
+            _steps.push_back(Step{AttributeStreamShape::OTHER, attribute, 0, nullptr, IObserver::SILENT, noPlan});
         }
         else
         {
-            const bool notify = shape._kind == AttributeStreamShape::OBJECT && _observer != nullptr &&
-                                _observer->watchesObjects(*shape._rtti, *attribute);
-            _steps.push_back(Step{shape._kind, attribute, shape._bytes, shape._rtti, notify});
+            Notice notice = IObserver::SILENT;
+            if (shape._kind == AttributeStreamShape::OBJECT && _observer != nullptr)
+            {
+                notice = _observer->noticeOf(*shape._rtti, *attribute);
+            }
+            _steps.push_back(Step{shape._kind, attribute, shape._bytes, shape._rtti, notice, noPlan});
         }
     }
     plan._count = _steps.size() - plan._first;
     plan._attributesCount = static_cast<uint32_t>(attributes.size());
+    plan._what = whatIndexOf(&rtti);
+    plan._flat = -1;
+    plan._firstWhole = 0;
+    plan._wholeCount = 0;
+    plan._watchedCount = 0;
+    plan._firstWatched = 0;
     _previousPlan = _lastPlan;
     _lastPlan = _plans.size();
     _plans.push_back(plan);
     return _lastPlan;
+}
+
+size_t BinaryStreamCheck::findNestedPlan(size_t step)
+{
+    // Finding the plan may add steps and move the array: the step is written by index afterwards.
+    const size_t plan = planOf(*_steps[step]._rtti);
+    _steps[step]._plan = plan;
+    return plan;
+}
+
+bool BinaryStreamCheck::findFlat(size_t plan)
+{
+    bool flat = true;
+    size_t watched = 0;
+    const size_t first = _plans[plan]._first;
+    const size_t count = _plans[plan]._count;
+    for (size_t i = first; i < first + count && flat; ++i)
+    {
+        switch (_steps[i]._kind)
+        {
+        case AttributeStreamShape::PLAIN:
+            break;
+        case AttributeStreamShape::WORD:
+        case AttributeStreamShape::POINTER:
+            ++watched;
+            break;
+        case AttributeStreamShape::OBJECT:
+        {
+            // An object inside is walked by the general walk, which would call the observer for anything but a
+            // run of plain values.
+            if (_steps[i]._notice != IObserver::SILENT)
+            {
+                flat = false;
+                break;
+            }
+            const size_t nested = nestedPlan(i);
+            const size_t nestedFirst = _plans[nested]._first;
+            for (size_t j = nestedFirst; j < nestedFirst + _plans[nested]._count; ++j)
+            {
+                flat = flat && _steps[j]._kind == AttributeStreamShape::PLAIN;
+            }
+            break;
+        }
+        default:
+            flat = false;
+            break;
+        }
+    }
+    flat = flat && watched <= IObserver::maxWatchedValues;
+    _plans[plan]._flat = flat ? 1 : 0;
+    if (flat)
+    {
+        _plans[plan]._watchedCount = watched;
+        addWholeSteps(plan);
+    }
+    return flat;
+}
+
+void BinaryStreamCheck::addWholeSteps(size_t plan)
+{
+    const size_t firstWhole = _wholeSteps.size();
+    _plans[plan]._firstWatched = _watchedAttributes.size();
+    const size_t first = _plans[plan]._first;
+    const size_t count = _plans[plan]._count;
+    for (size_t i = first; i < first + count; ++i)
+    {
+        const Step& step = _steps[i];
+        const bool run = step._kind == AttributeStreamShape::PLAIN || step._kind == AttributeStreamShape::WORD;
+        if (run && _wholeSteps.size() > firstWhole && _wholeSteps.back()._kind == AttributeStreamShape::PLAIN)
+        {
+            WholeStep& last = _wholeSteps.back();
+            if (step._kind == AttributeStreamShape::WORD)
+            {
+                _wordOffsets.push_back(static_cast<uint32_t>(last._bytes));
+                _watchedAttributes.push_back(step._attribute);
+                ++last._wordCount;
+            }
+            last._bytes += step._bytes;
+            ++last._stepCount;
+        }
+        else if (run)
+        {
+            const bool word = step._kind == AttributeStreamShape::WORD;
+            _wholeSteps.push_back(
+                WholeStep{AttributeStreamShape::PLAIN, step._bytes, i, 1, _wordOffsets.size(), word ? 1u : 0u});
+            if (word)
+            {
+                _wordOffsets.push_back(0);
+                _watchedAttributes.push_back(step._attribute);
+            }
+        }
+        else if (step._kind == AttributeStreamShape::POINTER)
+        {
+            _wholeSteps.push_back(WholeStep{AttributeStreamShape::POINTER, 0, i, 1, 0, 0});
+            _watchedAttributes.push_back(step._attribute);
+        }
+        else
+        {
+            // A silent object of plain values only: its plan holds one run at most.
+            size_t bytes = 0;
+            const size_t nested = step._plan;
+            for (size_t j = _plans[nested]._first; j < _plans[nested]._first + _plans[nested]._count; ++j)
+            {
+                bytes += _steps[j]._bytes;
+            }
+            _wholeSteps.push_back(WholeStep{AttributeStreamShape::OBJECT, bytes, i, 1, 0, 0});
+        }
+    }
+    _plans[plan]._firstWhole = firstWhole;
+    _plans[plan]._wholeCount = _wholeSteps.size() - firstWhole;
+}
+
+bool BinaryStreamCheck::refuseInRun(size_t firstStep, size_t stepCount)
+{
+    for (size_t i = firstStep; i < firstStep + stepCount; ++i)
+    {
+        if (_steps[i]._bytes > _size - _position)
+        {
+            return refuseEarlyEnd(_steps[i]._bytes);
+        }
+        _position += _steps[i]._bytes;
+    }
+    return true;
 }
 
 bool BinaryStreamCheck::refuseEarlyEnd(size_t size)
@@ -253,20 +402,109 @@ bool BinaryStreamCheck::checkCount(uint32_t& count, size_t elementBytes)
 
 bool BinaryStreamCheck::checkObject(const RTTI& rtti)
 {
-    return checkObjectBody(rtti, 0, true);
+    return checkObjectBody(rtti, planOf(rtti), 0, IObserver::EACH_CALL);
 }
 
-bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bool notify)
+bool BinaryStreamCheck::checkObjects(const RTTI& rtti, uint32_t count)
 {
-    const uint64_t offset = _position;
-    uint32_t id = 0;
-    uint32_t attributesCount = 0;
-    if (!readBytes(&id, sizeof(id)) || !readBytes(&attributesCount, sizeof(attributesCount)))
+    // Found once for the whole container: its elements are all of one class and one holder.
+    const size_t plan = planOf(rtti);
+    Notice notice = IObserver::EACH_CALL;
+    if (_observer != nullptr && _attribute != nullptr)
+    {
+        if (&rtti != _lastElementRTTI || _attribute != _lastHolder)
+        {
+            _lastNotice = _observer->noticeOf(rtti, *_attribute);
+            _lastElementRTTI = &rtti;
+            _lastHolder = _attribute;
+        }
+        notice = _lastNotice;
+    }
+    if (notice == IObserver::ONE_CALL && isFlat(plan))
+    {
+        // The observer hears of the elements a batch at a time, in buffers small enough for a nested walk.
+        // A flat class has at most maxWatchedValues words: a batch holds 8 objects at least.
+        const size_t batchObjects = 32;
+        const size_t wordRoom = 8 * IObserver::maxWatchedValues;
+        IObserver::WholeObject objects[batchObjects];
+        uint32_t words[wordRoom];
+        const size_t perObject = _plans[plan]._watchedCount;
+        const size_t batch = perObject * batchObjects <= wordRoom ? batchObjects : wordRoom / perObject;
+        size_t pending = 0;
+        for (uint32_t i = 0; i < count; ++i)
+        {
+            if (!checkValueHead(rtti, plan, objects[pending]._id) ||
+                !checkWholeObject(plan, objects[pending], words + pending * perObject))
+            {
+                return false;
+            }
+            if (++pending == batch || i + 1 == count)
+            {
+                _observer->onObjects(*this, rtti, objects, pending,
+                                     _watchedAttributes.data() + _plans[plan]._firstWatched, words, perObject);
+                pending = 0;
+                if (_refused)
+                {
+                    return false;
+                }
+            }
+        }
+        return true;
+    }
+    for (uint32_t i = 0; i < count; ++i)
+    {
+        if (!checkObjectBody(rtti, plan, 0, notice))
+        {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool BinaryStreamCheck::checkWords(uint32_t count)
+{
+    if (_refused)
     {
         return false;
     }
-    // An index, not an address: classes met inside may add plans and move the array.
-    const size_t plan = planOf(rtti);
+    const size_t bytes = static_cast<size_t>(count) * sizeof(uint32_t);
+    const bool fit = bytes <= _size - _position;
+    if (fit && (_observer == nullptr || count == 0 || (_attribute != nullptr && !_observer->watches(*_attribute))))
+    {
+        _position += bytes;
+        return true;
+    }
+    if (fit && _observer->onWords(*this, _data + _position, count))
+    {
+        _position += bytes;
+        return !_refused;
+    }
+    for (uint32_t i = 0; i < count && !_refused; ++i)
+    {
+        uint32_t word = 0;
+        if (readBytes(&word, sizeof(word)) && _observer != nullptr)
+        {
+            _observer->onWord(*this, word);
+        }
+    }
+    return !_refused;
+}
+
+bool BinaryStreamCheck::checkObjectHead(const RTTI& rtti, size_t plan, uint32_t pointerId, uint32_t& id)
+{
+    const uint64_t offset = _position;
+    uint32_t attributesCount = 0;
+    if (!_refused && _size - _position >= 2 * sizeof(uint32_t))
+    {
+        // Both words at once; the readings below give the refusal of data that ends inside them.
+        memcpy(&id, _data + _position, sizeof(id));
+        memcpy(&attributesCount, _data + _position + sizeof(id), sizeof(attributesCount));
+        _position += 2 * sizeof(uint32_t);
+    }
+    else if (!readBytes(&id, sizeof(id)) || !readBytes(&attributesCount, sizeof(attributesCount)))
+    {
+        return false;
+    }
     if (attributesCount != _plans[plan]._attributesCount)
     {
         return refuseAt(offset + sizeof(id), "an object of class %s has %u attributes, the stream gives %u",
@@ -284,35 +522,68 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
             return refuseAt(offset, "a body of id %u follows a pointer of id %u", static_cast<unsigned int>(id),
                             static_cast<unsigned int>(pointerId));
         }
+        return true;
     }
-    else if (id != 0)
+    if (id == 0)
     {
-        IdRecord* record = recordOf(id);
-        if (record == nullptr)
+        return true;
+    }
+    IdRecord* record = recordOf(id);
+    if (record == nullptr)
+    {
+        return false;
+    }
+    const uint32_t what = _plans[plan]._what;
+    if (record->_bits == 0)
+    {
+        // The usual case: an id met first here.
+        record->_bits = what << 3 | ID_BY_VALUE;
+        return true;
+    }
+    switch (record->state())
+    {
+    case ID_UNKNOWN:
+        break;
+    case ID_WAITING_FOR_BODY:
+        // The reader destroys the instance it made for the pointer through this class: they must be one.
+        if (record->what() != what)
+        {
+            return refuseAt(offset, "object %u is read as %s but was reached by pointer as %s",
+                            static_cast<unsigned int>(id), rtti.getTypeName(), rttiOf(*record)->getTypeName());
+        }
+        --_waitingCount;
+        break;
+    default:
+        return refuseAt(offset, "id %u is given to two objects", static_cast<unsigned int>(id));
+    }
+    // The reader gives an id the address of the last object read under it, and every pointer that address:
+    // an id taken twice by objects read by value would send pointers checked against the first to the second.
+    record->_bits = what << 3 | ID_BY_VALUE;
+    return true;
+}
+
+bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, size_t plan, uint32_t pointerId, Notice notice)
+{
+    uint32_t id = 0;
+    if (!checkObjectHead(rtti, plan, pointerId, id))
+    {
+        return false;
+    }
+    if (notice == IObserver::ONE_CALL && isFlat(plan))
+    {
+        IObserver::WholeObject object;
+        object._id = id;
+        uint32_t words[IObserver::maxWatchedValues];
+        if (!checkWholeObject(plan, object, words))
         {
             return false;
         }
-        switch (record->_state)
-        {
-        case ID_UNKNOWN:
-            break;
-        case ID_WAITING_FOR_BODY:
-            // The reader destroys the instance it made for the pointer through this class: they must be one.
-            if (record->_what != &rtti)
-            {
-                return refuseAt(offset, "object %u is read as %s but was reached by pointer as %s",
-                                static_cast<unsigned int>(id), rtti.getTypeName(), record->rtti()->getTypeName());
-            }
-            break;
-        default:
-            return refuseAt(offset, "id %u is given to two objects", static_cast<unsigned int>(id));
-        }
-        // The reader gives an id the address of the last object read under it, and every pointer that address:
-        // an id taken twice by objects read by value would send pointers checked against the first to the second.
-        record->_what = &rtti;
-        record->_state = ID_BY_VALUE;
+        _observer->onObjects(*this, rtti, &object, 1, _watchedAttributes.data() + _plans[plan]._firstWatched, words,
+                             _plans[plan]._watchedCount);
+        return !_refused;
     }
-    if (notify && _observer != nullptr)
+    const bool notify = notice != IObserver::SILENT && _observer != nullptr;
+    if (notify)
     {
         _observer->onObjectBegin(*this, rtti, id);
     }
@@ -323,13 +594,12 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
     for (size_t i = first; i < first + count && !_refused; ++i)
     {
         // Read field by field, and again at each step: a step may add plans and move the array.
-        const Step& step = _steps[i];
-        const AttributeStreamShape::Kind kind = step._kind;
-        _attribute = step._attribute;
+        const AttributeStreamShape::Kind kind = _steps[i]._kind;
+        _attribute = _steps[i]._attribute;
         switch (kind)
         {
         case AttributeStreamShape::PLAIN:
-            skipBytes(step._bytes);
+            skipBytes(_steps[i]._bytes);
             break;
         case AttributeStreamShape::WORD:
         {
@@ -342,12 +612,15 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
             break;
         }
         case AttributeStreamShape::POINTER:
-            checkInspectablePointer(step._rtti);
+        {
+            uint32_t pointerId = 0;
+            checkPointer(_steps[i]._rtti, true, pointerId);
             break;
+        }
         case AttributeStreamShape::OBJECT:
         {
-            const RTTI* objectRTTI = step._rtti;
-            checkObjectBody(*objectRTTI, 0, step._notify);
+            const size_t nested = nestedPlan(i);
+            checkObjectBody(*_steps[i]._rtti, nested, 0, _steps[i]._notice);
             break;
         }
         default:
@@ -357,22 +630,87 @@ bool BinaryStreamCheck::checkObjectBody(const RTTI& rtti, uint32_t pointerId, bo
     }
     _attribute = holder;
     --_depth;
-    if (notify && !_refused && _observer != nullptr)
+    if (notify && !_refused)
     {
         _observer->onObjectEnd(*this, rtti);
     }
     return !_refused;
 }
 
+bool BinaryStreamCheck::checkWholeObject(size_t plan, IObserver::WholeObject& object, uint32_t* words)
+{
+    object._offset = _position;
+    size_t count = 0;
+    ++_depth;
+    const AbstractAttribute* holder = _attribute;
+    const size_t first = _plans[plan]._firstWhole;
+    const size_t end = first + _plans[plan]._wholeCount;
+    bool walked = true;
+    for (size_t i = first; i < end && walked; ++i)
+    {
+        // Read field by field, and again at each step: a pointer's body may add plans and move the arrays.
+        const WholeStep& whole = _wholeSteps[i];
+        const size_t step = whole._firstStep;
+        if (whole._kind == AttributeStreamShape::PLAIN)
+        {
+            if (whole._bytes > _size - _position)
+            {
+                walked = refuseInRun(step, whole._stepCount);
+                break;
+            }
+            const uint8_t* run = _data + _position;
+            const uint32_t* offsets = _wordOffsets.data() + whole._firstWord;
+            for (size_t k = 0; k < whole._wordCount; ++k)
+            {
+                memcpy(&words[count + k], run + offsets[k], sizeof(uint32_t));
+            }
+            count += whole._wordCount;
+            _position += whole._bytes;
+        }
+        else if (whole._kind == AttributeStreamShape::POINTER)
+        {
+            const RTTI* expected = _steps[step]._rtti;
+            uint32_t pointerId = 0;
+            if (!checkKnownPointer(expected, pointerId))
+            {
+                // A body inside is heard of with the pointer's attribute as its holder.
+                _attribute = _steps[step]._attribute;
+                walked = checkPointer(expected, false, pointerId);
+                _attribute = holder;
+            }
+            words[count++] = pointerId;
+        }
+        else
+        {
+            // A silent object of plain values only: its head, then its run.
+            const size_t bytes = whole._bytes;
+            uint32_t nestedId = 0;
+            walked = checkValueHead(*_steps[step]._rtti, _steps[step]._plan, nestedId) && skipBytes(bytes);
+        }
+    }
+    --_depth;
+    return walked;
+}
+
 bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
 {
-    const uint64_t offset = _position;
     uint32_t id = 0;
+    return checkPointer(expected, true, id);
+}
+
+bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& id)
+{
+    // Most pointers of a world name an object met before, without its body.
+    if (!tell && checkKnownPointer(expected, id))
+    {
+        return true;
+    }
+    const uint64_t offset = _position;
     if (!readBytes(&id, sizeof(id)))
     {
         return false;
     }
-    if (_observer != nullptr)
+    if (tell && _observer != nullptr)
     {
         _observer->onPointer(*this, id);
         if (_refused)
@@ -403,7 +741,7 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
     {
         return false;
     }
-    if (record->_state != ID_UNKNOWN)
+    if (record->state() != ID_UNKNOWN)
     {
         // Both read passes take a known id's object from the id and pass over the class the pointer names.
         // The first pass skips the body of a known id and the second reads it: the two would part ways.
@@ -411,7 +749,7 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
         {
             return refuseAt(offset, "object %u has a second body", static_cast<unsigned int>(id));
         }
-        const RTTI* known = record->rtti();
+        const RTTI* known = rttiOf(*record);
         if (known == nullptr || !derives(*known, *expected))
         {
             return refuseAt(offset, "id %u, of %s, stands where %s is expected", static_cast<unsigned int>(id),
@@ -434,15 +772,16 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
     {
         return refuseAt(offset, "class %s cannot be created from a stream", rtti->getTypeName());
     }
-    record->_what = rtti;
+    const uint32_t what = whatIndexOf(rtti);
     if (hasBody == 0)
     {
-        record->_state = ID_WAITING_FOR_BODY;
+        record->_bits = what << 3 | ID_WAITING_FOR_BODY;
+        ++_waitingCount;
         _waitingOffsets.insert(id, offset);
         return true;
     }
-    record->_state = ID_POINTER_BODY;
-    return checkObjectBody(*rtti, id, true);
+    record->_bits = what << 3 | ID_POINTER_BODY;
+    return checkObjectBody(*rtti, planOf(*rtti), id, IObserver::EACH_CALL);
 }
 
 bool BinaryStreamCheck::checkBaseTypePointer(const void* kind, bool (*checkBody)(BinaryStreamCheck&))
@@ -464,21 +803,20 @@ bool BinaryStreamCheck::checkBaseTypePointer(const void* kind, bool (*checkBody)
         return false;
     }
     // The first read pass reads a body at the first meeting of an id, the second wherever the flag is set.
-    if (record->_state == ID_UNKNOWN)
+    if (record->state() == ID_UNKNOWN)
     {
         if (hasBody != 1)
         {
             return refuseAt(offset, "value %u is met first without its body", static_cast<unsigned int>(id));
         }
-        record->_state = ID_BASE_VALUE;
-        record->_what = kind;
+        record->_bits = whatIndexOf(kind) << 3 | ID_BASE_VALUE;
         return checkBody(*this);
     }
     if (hasBody != 0)
     {
         return refuseAt(offset, "value %u has a second body", static_cast<unsigned int>(id));
     }
-    if (record->_state != ID_BASE_VALUE || record->_what != kind)
+    if (record->state() != ID_BASE_VALUE || _whats[record->what()] != kind)
     {
         return refuseAt(offset, "id %u stands for a value of another type", static_cast<unsigned int>(id));
     }

@@ -42,14 +42,48 @@ public:
     class IObserver
     {
     public:
+        /// How the observer hears of an object read by value.
+        enum Notice
+        {
+            /// No call for the object itself; its watched values are still heard of one by one.
+            SILENT,
+            /// onObjectBegin, a call per watched value, onObjectEnd.
+            EACH_CALL,
+            /// Its watched values in an onObjects call, for a class whose attributes are only numbers, words,
+            /// pointers and silent objects without watched values; an object of another class gets EACH_CALL.
+            ONE_CALL
+        };
+        /// An object heard of in one call: its id, and the offset where its attributes begin.
+        struct WholeObject
+        {
+            /// The offset in the data.
+            uint64_t _offset;
+            /// The id the stream gives it.
+            uint32_t _id;
+        };
+        /// The most watched words an object heard of in one call may have; a class with more gets EACH_CALL.
+        static const size_t maxWatchedValues = 16;
+
         /// Observers are owned by whoever runs the check.
         virtual ~IObserver();
         /// An object read by value begins, with its class and id; getAttribute() is the attribute holding it.
         virtual void onObjectBegin(BinaryStreamCheck& check, const RTTI& rtti, uint32_t id);
         /// The object begun last ends.
         virtual void onObjectEnd(BinaryStreamCheck& check, const RTTI& rtti);
+        /// count objects of class rtti heard of in one call, after the last of them was walked; the elements of
+        /// one container come in several such calls. The watched words and pointer ids (0 for null) of objects[i]
+        /// are the wordsPerObject words from words[i * wordsPerObject], in attribute order, the j-th of each of
+        /// attributes[j]. getAttribute() holds the objects. An object a pointer of theirs carries the body of is
+        /// heard of before. Does nothing unless overridden.
+        virtual void onObjects(BinaryStreamCheck& check, const RTTI& rtti, const WholeObject* objects, size_t count,
+                               const AbstractAttribute* const* attributes, const uint32_t* words,
+                               size_t wordsPerObject);
         /// A 32-bit integer or an entity handle's word of the current attribute.
         virtual void onWord(BinaryStreamCheck& check, uint32_t word);
+        /// The count words of a container of 32-bit integers or handles of the current attribute, 4 bytes each at
+        /// words as on the stream, not aligned; getPosition() is the first one's offset. False to hear of them one
+        /// by one through onWord instead, as unless overridden.
+        virtual bool onWords(BinaryStreamCheck& check, const uint8_t* words, uint32_t count);
         /// A bool of the current attribute.
         virtual void onBool(BinaryStreamCheck& check, bool value);
         /// The element count of a container of the current attribute.
@@ -59,9 +93,9 @@ public:
         /// False when the observer wants no call for the values of attribute: a run of plain values (numbers,
         /// vectors, words) that no one watches is then walked in one step. True unless overridden.
         virtual bool watches(const AbstractAttribute& attribute) const;
-        /// False when the observer wants no onObjectBegin and onObjectEnd for an object of class rtti held by
-        /// attribute holder. Asked once per class and attribute in a walk. True unless overridden.
-        virtual bool watchesObjects(const RTTI& rtti, const AbstractAttribute& holder);
+        /// How the observer hears of an object of class rtti held by attribute holder, itself or a container of
+        /// them. Asked once per class and attribute in a walk, and once per container. EACH_CALL unless overridden.
+        virtual Notice noticeOf(const RTTI& rtti, const AbstractAttribute& holder);
     };
 
     /// A check of size bytes at data, which it does not own; observer may be null.
@@ -97,6 +131,10 @@ public:
 
     /// Walks one inspectable object by value of class rtti: id, attribute count, attributes.
     bool checkObject(const RTTI& rtti);
+    /// Walks count objects by value of class rtti, the elements of a container of the current attribute.
+    bool checkObjects(const RTTI& rtti, uint32_t count);
+    /// Walks the count words of a container of the current attribute, which checkCount made room for.
+    bool checkWords(uint32_t count);
     /// Walks a pointer to an inspectable object whose class must derive from expected.
     bool checkInspectablePointer(const RTTI* expected);
     /// Walks a pointer to a value of a base type whose body is checked by checkBody; kind tells the types apart.
@@ -133,22 +171,91 @@ public:
     static AttributeStreamShape shapeOf();
 
 private:
-    /// What an id stands for so far: 16 bytes, so that the table of a large world stays in cache.
+    /// What an id stands for so far.
+    enum IdState : uint32_t
+    {
+        /// Not met yet.
+        ID_UNKNOWN = 0,
+        /// An object read by value.
+        ID_BY_VALUE = 1,
+        /// An instance made for a pointer, with its body.
+        ID_POINTER_BODY = 2,
+        /// An instance made for a pointer without body, which waits for an object by value.
+        ID_WAITING_FOR_BODY = 3,
+        /// A value of a base type.
+        ID_BASE_VALUE = 4
+    };
+    /// What an id stands for so far, in 4 bytes so that the table of a large world stays in cache.
     struct IdRecord
     {
-        /// The object's class, or the tag of a base-type value's type; null while the id is unknown.
-        const void* _what = nullptr;
-        /// 0 unknown, 1 object read by value, 2 instance made for a pointer with its body, 3 instance made for a
-        /// pointer without body (waits for an object by value), 4 base-type value.
-        uint8_t _state = 0;
+        /// The IdState in the low 3 bits; above them, the index in _whats of the object's class or of the tag of
+        /// the value's type, 0 while unknown.
+        uint32_t _bits = 0;
 
-        /// The object's class; null for a base-type value or an unknown id.
-        const RTTI* rtti() const { return _state != 4 ? static_cast<const RTTI*>(_what) : nullptr; }
+        /// The IdState.
+        uint32_t state() const { return _bits & 7u; }
+        /// The index in _whats.
+        uint32_t what() const { return _bits >> 3; }
     };
+    /// The class of the object the record stands for; null for a base-type value or an unknown id.
+    const RTTI* rttiOf(const IdRecord& record) const
+    {
+        return record.state() != ID_BASE_VALUE ? static_cast<const RTTI*>(_whats[record.what()]) : nullptr;
+    }
+    /// The index in _whats of a class or of a base type's tag, added when new.
+    uint32_t whatIndexOf(const void* what);
+    typedef IObserver::Notice Notice;
     template <typename T>
     static bool checkBodyOf(BinaryStreamCheck& check);
     static size_t minimumObjectBytes(const RTTI& rtti);
-    bool checkObjectBody(const RTTI& rtti, uint32_t pointerId, bool notify);
+    /// Walks an object of class rtti, whose plan is plan; pointerId is the id of the pointer carrying it, or 0.
+    bool checkObjectBody(const RTTI& rtti, size_t plan, uint32_t pointerId, Notice notice);
+    /// Walks an object's id and attribute count and books the id; id receives it.
+    bool checkObjectHead(const RTTI& rtti, size_t plan, uint32_t pointerId, uint32_t& id);
+    /// checkObjectHead for an object by value: the usual head, a new id and the class's count, in one reading.
+    bool checkValueHead(const RTTI& rtti, size_t plan, uint32_t& id)
+    {
+        if (!_refused && 2 * sizeof(uint32_t) <= _size - _position && _depth < maxDepth)
+        {
+            uint32_t attributesCount = 0;
+            memcpy(&id, _data + _position, sizeof(id));
+            memcpy(&attributesCount, _data + _position + sizeof(id), sizeof(attributesCount));
+            if (attributesCount == _plans[plan]._attributesCount && id != 0 && id < _ids.size() && _ids[id]._bits == 0)
+            {
+                _ids[id]._bits = _plans[plan]._what << 3 | ID_BY_VALUE;
+                _position += 2 * sizeof(uint32_t);
+                return true;
+            }
+        }
+        return checkObjectHead(rtti, plan, 0, id);
+    }
+    /// Walks the attributes of a flat object, its watched words into words, the plan's _watchedCount of them;
+    /// object receives where they began.
+    bool checkWholeObject(size_t plan, IObserver::WholeObject& object, uint32_t* words);
+    /// Walks a pointer to an inspectable object; tell says whether the observer hears of its id.
+    bool checkPointer(const RTTI* expected, bool tell, uint32_t& id);
+    /// Walks the usual pointer, to an object met before and without its body, in one reading; false, having walked
+    /// nothing, for any other, which checkPointer walks and refuses if it must.
+    bool checkKnownPointer(const RTTI* expected, uint32_t& id)
+    {
+        const size_t pointerBytes = sizeof(uint32_t) + sizeof(Uuid) + 1;
+        if (_refused || expected == nullptr || pointerBytes > _size - _position)
+        {
+            return false;
+        }
+        memcpy(&id, _data + _position, sizeof(id));
+        if (id == 0 || _data[_position + pointerBytes - 1] != 0 || id >= _ids.size())
+        {
+            return false;
+        }
+        const RTTI* known = rttiOf(_ids[id]);
+        if (known == nullptr || !((known == _lastDerived && expected == _lastBase) || derives(*known, *expected)))
+        {
+            return false;
+        }
+        _position += pointerBytes;
+        return true;
+    }
     /// The record of id, grown into when new; null, after a refusal, for an id no stream of this size can hold.
     IdRecord* recordOf(uint32_t id) { return id < _ids.size() ? &_ids[id] : growRecords(id); }
     IdRecord* growRecords(uint32_t id);
@@ -164,8 +271,10 @@ private:
         size_t _bytes;
         /// The class pointed to or read.
         const RTTI* _rtti;
-        /// For an object, whether the observer hears of its start and end.
-        bool _notify;
+        /// For an object, how the observer hears of it.
+        Notice _notice;
+        /// For an object, its class's plan once walked; noPlan before.
+        size_t _plan;
     };
     /// A class's steps in _steps, made once per class and walk.
     struct Plan
@@ -177,7 +286,35 @@ private:
         size_t _count;
         /// The class's attribute count, which the stream must repeat.
         uint32_t _attributesCount;
+        /// The class's index in _whats.
+        uint32_t _what;
+        /// Whether objects of the class can be heard of in one call: 1 yes, 0 no, -1 not known yet.
+        int8_t _flat;
+        /// Once found flat, its first step in _wholeSteps, and how many.
+        size_t _firstWhole;
+        size_t _wholeCount;
+        /// Once found flat, how many watched words an object of it gives, and their attributes' first in
+        /// _watchedAttributes.
+        size_t _watchedCount;
+        size_t _firstWatched;
     };
+    /// One step of the walk of an object heard of in one call: a run of plain values and watched words taken
+    /// after one test of the bytes left, a pointer, or a silent object of plain values.
+    struct WholeStep
+    {
+        /// PLAIN for a run, POINTER or OBJECT.
+        AttributeStreamShape::Kind _kind;
+        /// The bytes of a run, or of the plain values of an object.
+        size_t _bytes;
+        /// The first step in _steps it stands for, and how many.
+        size_t _firstStep;
+        size_t _stepCount;
+        /// A run's watched words, by their offsets from its start in _wordOffsets: the first and how many.
+        size_t _firstWord;
+        size_t _wordCount;
+    };
+    /// A step's plan before its first walk.
+    static const size_t noPlan = ~static_cast<size_t>(0);
     /// The plan of rtti's attributes; an index, since classes met later may add plans and move the array.
     size_t planOf(const RTTI& rtti)
     {
@@ -185,6 +322,16 @@ private:
     }
     /// planOf past the last plan found: the one before, a known one, or a new one.
     size_t findPlan(const RTTI& rtti);
+    /// The plan of the class of the object step at index step, found at its first walk.
+    size_t nestedPlan(size_t step) { return _steps[step]._plan != noPlan ? _steps[step]._plan : findNestedPlan(step); }
+    size_t findNestedPlan(size_t step);
+    /// True when objects of plan's class can be heard of in one call.
+    bool isFlat(size_t plan) { return _plans[plan]._flat >= 0 ? _plans[plan]._flat != 0 : findFlat(plan); }
+    bool findFlat(size_t plan);
+    /// Adds the whole steps of a plan found flat.
+    void addWholeSteps(size_t plan);
+    /// Refuses for data that ends inside the run of stepCount steps from firstStep, which starts at the position.
+    bool refuseInRun(size_t firstStep, size_t stepCount);
     /// Keeps the first refusal: its offset and its reason, formatted from arguments.
     void refuseWith(uint64_t offset, const char* format, va_list arguments);
     /// Refuses for data that ends before size more bytes, unless refused already. Always false.
@@ -202,14 +349,25 @@ private:
     uint64_t _refusalOffset = 0;
     OrvString _refusalReason;
     PODArray<IdRecord> _ids;
+    /// The classes and base-type tags ids stand for, each once; null first, for the unknown ids.
+    PODArray<const void*> _whats;
     /// Where each id that waits for its body was met, for the refusal at the end.
     OrvMap<uint32_t, uint64_t> _waitingOffsets;
+    /// How many ids wait for their body now.
+    size_t _waitingCount = 0;
     PODArray<Plan> _plans;
     PODArray<Step> _steps;
+    PODArray<WholeStep> _wholeSteps;
+    PODArray<uint32_t> _wordOffsets;
+    PODArray<const AbstractAttribute*> _watchedAttributes;
     size_t _lastPlan = 0;
     size_t _previousPlan = 0;
     const RTTI* _lastDerived = nullptr;
     const RTTI* _lastBase = nullptr;
+    /// The observer's answer for the elements of the last container of objects walked, and whose they are.
+    const RTTI* _lastElementRTTI = nullptr;
+    const AbstractAttribute* _lastHolder = nullptr;
+    Notice _lastNotice = IObserver::EACH_CALL;
 };
 
 /// Type tests of the check; not for direct use.
@@ -402,14 +560,33 @@ bool BinaryStreamCheck::checkValue()
         {
             return false;
         }
-        for (uint32_t i = 0; i < count; ++i)
+        constexpr bool indirect = std::is_pointer<Element>::value || IsSmartPointer<Element>::value;
+        if constexpr (!indirect && IsInspectable<Element>::value)
         {
-            if (!checkValue<Element>())
+            const RTTI* rtti = Element::getClassRTTI();
+            if (count != 0 && rtti == nullptr)
             {
-                return false;
+                return refuse("a class of the stream has no descriptor");
             }
+            return count == 0 || checkObjects(*rtti, count);
         }
-        return true;
+        else if constexpr (!indirect && !std::is_same<Element, bool>::value &&
+                           (IsWordValue<Element>::value ||
+                            (std::is_integral<Element>::value && sizeof(Element) == sizeof(uint32_t))))
+        {
+            return checkWords(count);
+        }
+        else
+        {
+            for (uint32_t i = 0; i < count; ++i)
+            {
+                if (!checkValue<Element>())
+                {
+                    return false;
+                }
+            }
+            return true;
+        }
     }
     else if constexpr (IsMap<T>::value)
     {

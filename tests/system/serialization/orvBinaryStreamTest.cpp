@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <initializer_list>
 #include <string>
 #include <utility>
@@ -92,10 +93,47 @@ public:
     OrvMap<int, OrvString> _names;
 };
 
+/// Plain values only: an object a walk passes over silently.
+class Spin
+{
+    ORV_DECLARE_VALUE_RTTI(Spin)
+
+public:
+    float _rate = 0.0f;
+    double _phase = 0.0;
+};
+
+/// A word, plain values and a handle in a row, a pointer, then a silent object: a walk can hear of it whole.
+class Particle
+{
+    ORV_DECLARE_VALUE_RTTI(Particle)
+
+public:
+    int _tag = 0;
+    float _mass = 0.0f;
+    orv::Vector3 _position;
+    orv::EntityHandle _handle;
+    Node* _node = nullptr;
+    Spin _spin;
+};
+
+/// Particles and the nodes they point at.
+class Swarm
+{
+    ORV_DECLARE_VALUE_RTTI(Swarm)
+
+public:
+    Array<Node> _nodes;
+    Array<Particle> _particles;
+};
+
 ORV_IMPLEMENT_RTTI(Scalars, "1d2c3b4a-5f6e-4d7c-8b9a-0a1b2c3d4e55", "orvtest::Scalars")
 ORV_IMPLEMENT_RTTI(Node, "6a7b8c9d-0e1f-4a2b-9c3d-4e5f6a7b8c66", "orvtest::Node")
 ORV_IMPLEMENT_RTTI(Graph, "7b8c9d0e-1f2a-4b3c-8d4e-5f6a7b8c9d77", "orvtest::Graph")
 ORV_IMPLEMENT_RTTI(Containers, "8c9d0e1f-2a3b-4c4d-9e5f-6a7b8c9d0e88", "orvtest::Containers")
+ORV_IMPLEMENT_RTTI(Spin, "9d0e1f2a-3b4c-4d5e-8f6a-7b8c9d0e1f99", "orvtest::Spin")
+ORV_IMPLEMENT_RTTI(Particle, "0e1f2a3b-4c5d-4e6f-9a7b-8c9d0e1f2aaa", "orvtest::Particle")
+ORV_IMPLEMENT_RTTI(Swarm, "1f2a3b4c-5d6e-4f7a-8b8c-9d0e1f2a3bbb", "orvtest::Swarm")
 
 void Scalars::addAttributes()
 {
@@ -134,6 +172,28 @@ void Containers::addAttributes()
     addAttribute("names", &Containers::_names);
 }
 
+void Spin::addAttributes()
+{
+    addAttribute("rate", &Spin::_rate);
+    addAttribute("phase", &Spin::_phase);
+}
+
+void Particle::addAttributes()
+{
+    addAttribute("tag", &Particle::_tag);
+    addAttribute("mass", &Particle::_mass);
+    addAttribute("position", &Particle::_position);
+    addAttribute("handle", &Particle::_handle);
+    addAttribute("node", &Particle::_node);
+    addAttribute("spin", &Particle::_spin);
+}
+
+void Swarm::addAttributes()
+{
+    addAttribute("nodes", &Swarm::_nodes);
+    addAttribute("particles", &Swarm::_particles);
+}
+
 } // namespace orvtest::stream
 
 namespace
@@ -169,10 +229,16 @@ protected:
         Node::createClassRTTI(true);
         Graph::createClassRTTI(true);
         Containers::createClassRTTI(true);
+        Spin::createClassRTTI(true);
+        Particle::createClassRTTI(true);
+        Swarm::createClassRTTI(true);
         _liveNodes = Node::_live;
     }
     void TearDown() override
     {
+        Swarm::destroyClassRTTI(true);
+        Particle::destroyClassRTTI(true);
+        Spin::destroyClassRTTI(true);
         Containers::destroyClassRTTI(true);
         Graph::destroyClassRTTI(true);
         Node::destroyClassRTTI(true);
@@ -468,6 +534,177 @@ TEST_F(BinaryStreamTest, TheCheckRefusesWrongClassesCountsAndDepths)
     Node* middle = &chain[chain.size() / 2];
     shallow.pack(middle);
     EXPECT_EQ("", checkAs<Node*>(shallow.getStream().str()));
+}
+
+/// Keeps, as one line per node or particle, what an observer hears of them: whole, or call by call.
+class ElementRecorder : public orv::BinaryStreamCheck::IObserver
+{
+public:
+    explicit ElementRecorder(Notice notice) : _notice(notice) {}
+
+    Notice noticeOf(const orv::RTTI& rtti, const orv::AbstractAttribute&) override
+    {
+        if (&rtti == Spin::getClassRTTI())
+        {
+            return SILENT;
+        }
+        return &rtti == Node::getClassRTTI() || &rtti == Particle::getClassRTTI() ? _notice : EACH_CALL;
+    }
+    void onObjectBegin(orv::BinaryStreamCheck& check, const orv::RTTI& rtti, uint32_t id) override
+    {
+        _inNode = &rtti == Node::getClassRTTI() || &rtti == Particle::getClassRTTI();
+        _line = std::to_string(id) + "@" + std::to_string(check.getPosition());
+    }
+    void onWord(orv::BinaryStreamCheck& check, uint32_t word) override { hear(check.getAttribute(), word); }
+    void onPointer(orv::BinaryStreamCheck& check, uint32_t id) override { hear(check.getAttribute(), id); }
+    void onObjectEnd(orv::BinaryStreamCheck&, const orv::RTTI&) override
+    {
+        if (_inNode)
+        {
+            _lines.push_back(_line);
+        }
+        _inNode = false;
+    }
+    void onObjects(orv::BinaryStreamCheck&, const orv::RTTI&, const WholeObject* objects, size_t count,
+                   const orv::AbstractAttribute* const* attributes, const uint32_t* words,
+                   size_t wordsPerObject) override
+    {
+        ++_calls;
+        for (size_t i = 0; i < count; ++i)
+        {
+            _line = std::to_string(objects[i]._id) + "@" + std::to_string(objects[i]._offset);
+            for (size_t w = 0; w < wordsPerObject; ++w)
+            {
+                _line +=
+                    " " + std::string(attributes[w]->getName()) + "=" + std::to_string(words[i * wordsPerObject + w]);
+            }
+            _lines.push_back(_line);
+        }
+    }
+
+    std::vector<std::string> _lines;
+    int _calls = 0;
+
+private:
+    void hear(const orv::AbstractAttribute* attribute, uint32_t word)
+    {
+        if (_inNode)
+        {
+            _line += " " + std::string(attribute->getName()) + "=" + std::to_string(word);
+        }
+    }
+
+    Notice _notice;
+    bool _inNode = false;
+    std::string _line;
+};
+
+/// Walks data as a Swarm with observer; the offset and reason of the refusal, empty when accepted.
+std::string refusalOf(const std::string& data, orv::BinaryStreamCheck::IObserver& observer)
+{
+    orv::BinaryStreamCheck check(reinterpret_cast<const uint8_t*>(data.data()), data.size(), &observer);
+    if (check.checkValue<Swarm>() && check.checkEnd())
+    {
+        return std::string();
+    }
+    return std::to_string(check.getRefusalOffset()) + " " + check.getRefusalReason();
+}
+
+TEST_F(BinaryStreamTest, ObjectsHeardOfWholeComeInBatchesWithTheValuesOfTheCallByCallWalk)
+{
+    // Forty nodes, more than a batch, each pointing at the one before or, for the first, at one read later; then
+    // particles pointing at nodes.
+    Swarm swarm;
+    swarm._nodes.resize(40);
+    for (size_t i = 0; i < swarm._nodes.size(); ++i)
+    {
+        swarm._nodes[i]._value = static_cast<int>(100 + i);
+        swarm._nodes[i]._next = &swarm._nodes[i == 0 ? swarm._nodes.size() - 1 : i - 1];
+    }
+    swarm._particles.resize(20);
+    for (size_t i = 0; i < swarm._particles.size(); ++i)
+    {
+        swarm._particles[i]._tag = static_cast<int>(i);
+        swarm._particles[i]._handle.setUint32(static_cast<uint32_t>(1000 + i));
+        swarm._particles[i]._node = &swarm._nodes[i];
+    }
+    _stream.pack(swarm);
+    const std::string all = _stream.getStream().str();
+
+    ElementRecorder whole(ElementRecorder::ONE_CALL);
+    ElementRecorder eachCall(ElementRecorder::EACH_CALL);
+    EXPECT_EQ("", refusalOf(all, whole));
+    EXPECT_EQ("", refusalOf(all, eachCall));
+    ASSERT_EQ(60u, whole._lines.size());
+    EXPECT_EQ(eachCall._lines, whole._lines);
+    EXPECT_NE(std::string::npos, whole._lines[1].find(" value=101 next=")) << whole._lines[1];
+    EXPECT_NE(std::string::npos, whole._lines[42].find(" tag=2 handle=1002 node=")) << whole._lines[42];
+    EXPECT_LT(2, whole._calls);
+    EXPECT_GT(60, whole._calls);
+
+    // Cut or changed anywhere, the bytes are refused at the same place for the same reason either way.
+    for (size_t size = 0; size < all.size(); ++size)
+    {
+        ElementRecorder cutWhole(ElementRecorder::ONE_CALL);
+        ElementRecorder cutEachCall(ElementRecorder::EACH_CALL);
+        ASSERT_EQ(refusalOf(all.substr(0, size), cutEachCall), refusalOf(all.substr(0, size), cutWhole)) << size;
+        std::string changed = all;
+        changed[size] = static_cast<char>(changed[size] ^ 0x41);
+        ElementRecorder changedWhole(ElementRecorder::ONE_CALL);
+        ElementRecorder changedEachCall(ElementRecorder::EACH_CALL);
+        ASSERT_EQ(refusalOf(changed, changedEachCall), refusalOf(changed, changedWhole)) << size;
+    }
+}
+
+/// Takes the words of containers in one call, or declines them.
+class WordRecorder : public orv::BinaryStreamCheck::IObserver
+{
+public:
+    explicit WordRecorder(bool takesRuns) : _takesRuns(takesRuns) {}
+
+    bool onWords(orv::BinaryStreamCheck& check, const uint8_t* words, uint32_t count) override
+    {
+        _firstAt = check.getPosition();
+        for (uint32_t i = 0; _takesRuns && i < count; ++i)
+        {
+            uint32_t word = 0;
+            memcpy(&word, words + i * sizeof(word), sizeof(word));
+            _words.push_back(word);
+        }
+        return _takesRuns;
+    }
+    void onWord(orv::BinaryStreamCheck& check, uint32_t word) override
+    {
+        _words.push_back(word);
+        _lastAt = check.getPosition();
+    }
+
+    bool _takesRuns;
+    std::vector<uint32_t> _words;
+    uint64_t _firstAt = 0;
+    uint64_t _lastAt = 0;
+};
+
+TEST_F(BinaryStreamTest, TheWordsOfAContainerComeInOneCallOrOneByOneWhenDeclined)
+{
+    PODArray<int> numbers;
+    for (int i = 0; i < 5; ++i)
+    {
+        numbers.push_back(7 * i - 3);
+    }
+    _stream.pack(numbers);
+    const std::string all = _stream.getStream().str();
+    const std::vector<uint32_t> expected = {static_cast<uint32_t>(-3), 4, 11, 18, 25};
+    for (bool takesRuns : {true, false})
+    {
+        WordRecorder recorder(takesRuns);
+        orv::BinaryStreamCheck check(reinterpret_cast<const uint8_t*>(all.data()), all.size(), &recorder);
+        EXPECT_TRUE(check.checkValue<PODArray<int>>() && check.checkEnd()) << check.getRefusalReason();
+        EXPECT_EQ(expected, recorder._words);
+        // The run is offered where its first word stands; one by one, each is heard once walked.
+        EXPECT_EQ(4u, recorder._firstAt);
+        EXPECT_EQ(takesRuns ? 0u : all.size(), recorder._lastAt);
+    }
 }
 
 using BinaryStreamDeathTest = BinaryStreamTest;
