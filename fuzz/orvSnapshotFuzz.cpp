@@ -16,8 +16,8 @@ bool startLibrary()
 {
     orv::useCoreDefaultAllocator();
     orv::initCore();
-    // The demo's context, so that the snapshots the demo writes are known.
-    orvtest::WanderContext::createClassRTTI(true);
+    // The demo's context and behaviours, so that the snapshots the demo writes are known.
+    orvtest::registerWanderClasses(true);
     // Refusals are expected by the thousand: keep the log to real trouble.
     orv::getCoreLog().setSeverityFilter(orv::LogSeverity::LOG_CRITICAL);
     return true;

@@ -31,11 +31,13 @@ corpus="$build/corpus/$target"
 findings="$build/findings/$target"
 mkdir -p "$corpus" "$findings"
 if [ "$target" = orvSnapshotFuzz ] && [ -z "$(ls -A "$corpus")" ]; then
-    # Seeds: small worlds, with and without churn, one type and several.
+    # Seeds: small worlds run by behaviour graphs, with and without churn, one type and several; and a world walked
+    # by its navigation context alone.
     export ASAN_OPTIONS=detect_leaks=0
     "$build/examples/orvDemo" --entities 6 --frames 2 --types 1 --save "$corpus/seed-small.bin" >/dev/null
     "$build/examples/orvDemo" --entities 12 --frames 3 --types 3 --churn 4 --churn-every 1 --save "$corpus/seed-churn.bin" >/dev/null
     "$build/examples/orvDemo" --entities 30 --frames 1 --types 2 --save "$corpus/seed-types.bin" >/dev/null
+    "$build/examples/orvDemo" --entities 8 --frames 2 --types 2 --bare --save "$corpus/seed-bare.bin" >/dev/null
 fi
 
 export ASAN_OPTIONS="${ASAN_OPTIONS:-detect_leaks=1}"

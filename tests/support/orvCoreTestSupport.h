@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "orvCore.h"
 
 namespace orvtest
@@ -19,6 +21,14 @@ protected:
     }
     void TearDown() override { orv::finishCore(); }
 };
+
+/// A file path in the test temporary directory, stem followed by the running test's name: tests that ctest runs
+/// side by side never share a file.
+inline std::string tempFilePath(const char* stem)
+{
+    const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    return ::testing::TempDir() + stem + "-" + (test != nullptr ? test->name() : "none") + ".bin";
+}
 
 /// Death tests fork a process that holds worker threads: use the style that re-runs the test in the child.
 inline void useThreadsafeDeathTests()

@@ -500,6 +500,26 @@ void CompositeBehavior::setChildrenBehaviorsAttr(const Array<SmartPointer<Abstra
     }
 }
 
+void CompositeBehavior::repairLoadedSlots(int slotCount)
+{
+    if (slotCount > 0 && _currentBehavior.size() < static_cast<size_t>(slotCount))
+    {
+        _currentBehavior.resize(static_cast<size_t>(slotCount), nullptr);
+    }
+    if (_runtimeHistoryPerEntity.size() < _currentBehavior.size())
+    {
+        _runtimeHistoryPerEntity.resize(_currentBehavior.size());
+    }
+    for (AbstractBehavior*& current : _currentBehavior)
+    {
+        // A current child elsewhere in the graph (this composite itself, an ancestor) would loop the walk.
+        if (current != nullptr && (current->getParentBehavior() != this || !hasChildBehavior(current)))
+        {
+            current = nullptr;
+        }
+    }
+}
+
 void CompositeBehavior::setCurrentBehaviorArrayCapacity(int value)
 {
     orvAssert(value >= 0);

@@ -104,6 +104,10 @@ public:
     /// Appends behavior to the entity's frame history. Entity's worker.
     void addToHistory(int entity, const AbstractBehavior* behavior);
 
+    /// After a load: gives every slot below slotCount its current-child slot and history, and forgets a current
+    /// child that is not one of the children.
+    void repairLoadedSlots(int slotCount);
+
     /// The children, for the streams; the setter makes this composite their parent.
     const Array<SmartPointer<AbstractBehavior>>& getChildrenBehaviorsAttr() const { return getChildrenBehaviors(); }
     void setChildrenBehaviorsAttr(const Array<SmartPointer<AbstractBehavior>>& children);

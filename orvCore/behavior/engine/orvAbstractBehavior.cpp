@@ -470,6 +470,28 @@ void AbstractBehavior::requestStop(int entity)
     }
 }
 
+void AbstractBehavior::repairLoadedRows(int slotCount)
+{
+    if (slotCount > 0 && _statusData.size() < static_cast<size_t>(slotCount))
+    {
+        _statusData.resize(static_cast<size_t>(slotCount));
+    }
+    // An id is kept only when it names a follower that exists.
+    auto repair = [this](uint32_t& id)
+    {
+        if (id != _nextBehaviorInvalidId &&
+            (id >= _nextBehaviorCandidates.size() || _nextBehaviorCandidates[id] == nullptr))
+        {
+            id = _nextBehaviorInvalidId;
+        }
+    };
+    repair(_nextBehaviorSelectedId);
+    for (BehaviorStatusData& row : _statusData)
+    {
+        repair(row._nextBehaviorSelectedIdPerInstance);
+    }
+}
+
 void AbstractBehavior::setBehaviorStatusDataArrayCapacity(int value)
 {
     orvAssert(value >= 0);

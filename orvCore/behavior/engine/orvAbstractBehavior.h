@@ -212,6 +212,9 @@ public:
     void setBehaviorStatusDataArrayCapacity(int value);
     /// The rows, one per entity index.
     const Array<BehaviorStatusData>& getStatusData() const { return _statusData; }
+    /// After a load: gives every slot below slotCount a row (new ones at their defaults) and forgets follower ids
+    /// that name no follower, so that a file's rows cannot lead the frame astray.
+    void repairLoadedRows(int slotCount);
 
 protected:
     /// Extra storage for capacity entities. Nothing here.

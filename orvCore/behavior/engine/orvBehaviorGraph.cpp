@@ -1,7 +1,9 @@
 // orvCore/behavior/engine/orvBehaviorGraph.cpp
 #include "behavior/engine/orvBehaviorGraph.h"
 
+#include "behavior/behaviors/orvCompositeBehavior.h"
 #include "behavior/engine/orvAbstractBehavior.h"
+#include "behavior/engine/orvAbstractBehaviorContainer.h"
 
 #include "engine/simulation/orvAbstractEntityType.h"
 #include "system/inspection/orvInspectable.h"
@@ -204,6 +206,51 @@ int BehaviorGraph::getEntitySlotCount() const
         count = rows > count ? rows : count;
     }
     return count;
+}
+
+void BehaviorGraph::repairLoadedNodes()
+{
+    const int slotCount = getEntitySlotCount();
+    // Iterative and with a visited list: a file may hold a node in two places; it is repaired once.
+    Array<AbstractBehavior*> pending;
+    Array<AbstractBehavior*> visited;
+    for (SmartPointer<AbstractBehavior>& behavior : _behaviors)
+    {
+        if (behavior.getImpl() != nullptr)
+        {
+            pending.push_back(behavior.getImpl());
+        }
+    }
+    while (!pending.empty())
+    {
+        AbstractBehavior* node = pending[pending.size() - 1];
+        pending.pop_back();
+        bool seen = false;
+        for (AbstractBehavior* done : visited)
+        {
+            seen = seen || done == node;
+        }
+        if (seen)
+        {
+            continue;
+        }
+        visited.push_back(node);
+        node->repairLoadedRows(slotCount);
+        if (CompositeBehavior* composite = dynamic_cast<CompositeBehavior*>(node))
+        {
+            composite->repairLoadedSlots(slotCount);
+        }
+        if (AbstractBehaviorContainer* container = dynamic_cast<AbstractBehaviorContainer*>(node))
+        {
+            for (SmartPointer<AbstractBehavior>& child : container->touchChildrenBehaviors())
+            {
+                if (child.getImpl() != nullptr)
+                {
+                    pending.push_back(child.getImpl());
+                }
+            }
+        }
+    }
 }
 
 } // namespace orv

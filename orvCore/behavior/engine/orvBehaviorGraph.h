@@ -61,6 +61,10 @@ public:
     /// slot.
     void addEntityToBehaviors(int entity);
 
+    /// After a load: makes every node of the graph, walked through the containers, fit the type's slots (rows,
+    /// composite slots) and drop follower ids and current children that point nowhere valid. Host thread.
+    void repairLoadedNodes();
+
     /// True between init() and finish().
     bool isInitialized() const { return _initialized; }
     /// The number of rows every node is allocated for; set at construction.

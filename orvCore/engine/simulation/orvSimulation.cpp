@@ -583,6 +583,15 @@ void Simulation::importFrom(BinaryStream& stream)
     _behaviorContext = getContext<BehaviorContext>();
     // The head of the free handle entries is not saved: it follows from the table.
     _entitiesManager.rebuildFreeListHead();
+    // Behaviour rows read from a file are made to fit the types' slots before any frame walks them.
+    for (size_t i = 0; i < _entityTypes.size(); ++i)
+    {
+        _entityTypes[i]->touchBehaviorGraph().repairLoadedNodes();
+    }
+    for (size_t i = 0; i < _groupEntityTypes.size(); ++i)
+    {
+        _groupEntityTypes[i]->touchBehaviorGraph().repairLoadedNodes();
+    }
 }
 
 } // namespace orv

@@ -3,6 +3,7 @@
 
 #include <cstring>
 
+#include "behavior/engine/orvBehaviorGraph.h"
 #include "engine/simulation/orvAbstractEntityType.h"
 #include "engine/simulation/orvEntitiesManager.h"
 #include "engine/simulation/orvEntity.h"
@@ -134,6 +135,7 @@ public:
         _entityArraysCapacity = type.getAttribute("entityArraysCapacity");
         _entityHandles = type.getAttribute("entityHandles");
         _recycledIndices = type.getAttribute("recycledIndices");
+        _graphMaxCount = BehaviorGraph::getClassRTTI()->getAttribute("maxCount");
         const RTTI& context = *IContext::getClassRTTI();
         _parentSimulation = context.getAttribute("parentSimulation");
         _contextInitialized = context.getAttribute("initialized");
@@ -299,7 +301,22 @@ public:
                 return true;
             }
         }
-        return false;
+        return isCapacity(attribute);
+    }
+
+    /// A word the reader sizes per-entity storage with: a graph's count, or any "...ArrayCapacity" (the rows of a
+    /// behaviour node, a composite's slots, a trigger's arrays, and those of host classes named alike).
+    bool isCapacity(const AbstractAttribute& attribute) const
+    {
+        if (&attribute == _graphMaxCount)
+        {
+            return true;
+        }
+        static const char suffix[] = "ArrayCapacity";
+        const char* name = attribute.getName();
+        const size_t length = strlen(name);
+        return attribute.getStreamShape()._kind == AttributeStreamShape::WORD && length >= sizeof(suffix) - 1 &&
+               strcmp(name + length - (sizeof(suffix) - 1), suffix) == 0;
     }
 
     void onWord(BinaryStreamCheck& check, uint32_t word) override
@@ -307,6 +324,25 @@ public:
         const AbstractAttribute* attribute = check.getAttribute();
         const Frame frame = _frames.empty() ? Frame() : _frames.back();
         const uint64_t offset = check.getPosition() - sizeof(uint32_t);
+        if (attribute != nullptr && isCapacity(*attribute) && frame._kind != Frame::TYPE)
+        {
+            // Checked at once, before the reader allocates: no more than the entity type around it holds.
+            int32_t bound = kMaxTableSize;
+            for (size_t i = _frames.size(); i-- > 0;)
+            {
+                if (_frames[i]._kind == Frame::TYPE)
+                {
+                    bound = _typeRecords[_frames[i]._index]._capacity;
+                    break;
+                }
+            }
+            const int32_t value = static_cast<int32_t>(word);
+            if (value < 0 || value > bound)
+            {
+                check.refuseAt(offset, "a %s of %d is out of range (at most %d)", attribute->getName(), value, bound);
+            }
+            return;
+        }
         if (attribute == _reservedEntitiesSize)
         {
             _reserved._value = word;
@@ -864,6 +900,7 @@ private:
     const AbstractAttribute* _typeSimulation = nullptr;
     const AbstractAttribute* _entityTypeId = nullptr;
     const AbstractAttribute* _entityArraysCapacity = nullptr;
+    const AbstractAttribute* _graphMaxCount = nullptr;
     const AbstractAttribute* _entityHandles = nullptr;
     const AbstractAttribute* _recycledIndices = nullptr;
     const AbstractAttribute* _parentSimulation = nullptr;

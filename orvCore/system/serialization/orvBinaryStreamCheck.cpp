@@ -698,10 +698,16 @@ bool BinaryStreamCheck::checkInspectablePointer(const RTTI* expected)
     return checkPointer(expected, true, id);
 }
 
-bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& id)
+bool BinaryStreamCheck::checkHeldPointer(const RTTI* expected)
+{
+    uint32_t id = 0;
+    return checkPointer(expected, true, id, true);
+}
+
+bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& id, bool held)
 {
     // Most pointers of a world name an object met before, without its body.
-    if (!tell && checkKnownPointer(expected, id))
+    if (!tell && !held && checkKnownPointer(expected, id))
     {
         return true;
     }
@@ -749,6 +755,21 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
         {
             return refuseAt(offset, "object %u has a second body", static_cast<unsigned int>(id));
         }
+        if (held && record->state() != ID_POINTER_BODY)
+        {
+            return refuseAt(offset, "object %u is held by a smart pointer but was not made for a pointer",
+                            static_cast<unsigned int>(id));
+        }
+        if (held)
+        {
+            for (uint32_t open : _openBodies)
+            {
+                if (open == id)
+                {
+                    return refuseAt(offset, "object %u holds itself", static_cast<unsigned int>(id));
+                }
+            }
+        }
         const RTTI* known = rttiOf(*record);
         if (known == nullptr || !derives(*known, *expected))
         {
@@ -773,6 +794,10 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
         return refuseAt(offset, "class %s cannot be created from a stream", rtti->getTypeName());
     }
     const uint32_t what = whatIndexOf(rtti);
+    if (held && hasBody == 0)
+    {
+        return refuseAt(offset, "held object %u comes without its body", static_cast<unsigned int>(id));
+    }
     if (hasBody == 0)
     {
         record->_bits = what << 3 | ID_WAITING_FOR_BODY;
@@ -781,7 +806,11 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
         return true;
     }
     record->_bits = what << 3 | ID_POINTER_BODY;
-    return checkObjectBody(*rtti, planOf(*rtti), id, IObserver::EACH_CALL);
+    // The depth bound keeps this list short: a hold is looked up in it only when it names a known object.
+    _openBodies.push_back(id);
+    const bool walked = checkObjectBody(*rtti, planOf(*rtti), id, IObserver::EACH_CALL);
+    _openBodies.pop_back();
+    return walked;
 }
 
 bool BinaryStreamCheck::checkBaseTypePointer(const void* kind, bool (*checkBody)(BinaryStreamCheck&))

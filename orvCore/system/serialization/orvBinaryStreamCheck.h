@@ -137,6 +137,10 @@ public:
     bool checkWords(uint32_t count);
     /// Walks a pointer to an inspectable object whose class must derive from expected.
     bool checkInspectablePointer(const RTTI* expected);
+    /// Walks a smart pointer, which owns what it points to: its object must come with its body at its first
+    /// meeting, must have been made for a pointer, and must not be one whose body is being walked (an object that
+    /// would hold itself). So no file makes a cycle of holds, and holds nest no deeper than maxDepth.
+    bool checkHeldPointer(const RTTI* expected);
     /// Walks a pointer to a value of a base type whose body is checked by checkBody; kind tells the types apart.
     bool checkBaseTypePointer(const void* kind, bool (*checkBody)(BinaryStreamCheck&));
     /// Walks a container count whose elements take at least elementBytes each; false when they could not fit.
@@ -233,7 +237,7 @@ private:
     /// object receives where they began.
     bool checkWholeObject(size_t plan, IObserver::WholeObject& object, uint32_t* words);
     /// Walks a pointer to an inspectable object; tell says whether the observer hears of its id.
-    bool checkPointer(const RTTI* expected, bool tell, uint32_t& id);
+    bool checkPointer(const RTTI* expected, bool tell, uint32_t& id, bool held = false);
     /// Walks the usual pointer, to an object met before and without its body, in one reading; false, having walked
     /// nothing, for any other, which checkPointer walks and refuses if it must.
     bool checkKnownPointer(const RTTI* expected, uint32_t& id)
@@ -359,6 +363,8 @@ private:
     PODArray<Step> _steps;
     PODArray<WholeStep> _wholeSteps;
     PODArray<uint32_t> _wordOffsets;
+    /// Ids of the pointer bodies being walked, outermost first; at most maxDepth.
+    PODArray<uint32_t> _openBodies;
     PODArray<const AbstractAttribute*> _watchedAttributes;
     size_t _lastPlan = 0;
     size_t _previousPlan = 0;
@@ -471,8 +477,8 @@ AttributeStreamShape BinaryStreamCheck::shapeOf()
     }
     else if constexpr (IsSmartPointer<T>::value)
     {
-        shape._kind = AttributeStreamShape::POINTER;
-        shape._rtti = IsSmartPointer<T>::Pointee::getClassRTTI();
+        // Holds are walked by their own code, which refuses cycles: they are no steps of a plan.
+        shape._kind = AttributeStreamShape::OTHER;
     }
     else if constexpr (IsInspectable<T>::value)
     {
@@ -541,7 +547,7 @@ bool BinaryStreamCheck::checkValue()
     }
     else if constexpr (IsSmartPointer<T>::value)
     {
-        return checkInspectablePointer(IsSmartPointer<T>::Pointee::getClassRTTI());
+        return checkHeldPointer(IsSmartPointer<T>::Pointee::getClassRTTI());
     }
     else if constexpr (IsInspectable<T>::value)
     {

@@ -58,7 +58,7 @@ protected:
     void SetUp() override
     {
         CoreTest::SetUp();
-        _path = ::testing::TempDir() + "orvSimulationSnapshotTest.bin";
+        _path = orvtest::tempFilePath("orvSimulationSnapshotTest");
     }
     void TearDown() override
     {

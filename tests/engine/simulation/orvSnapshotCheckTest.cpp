@@ -42,7 +42,7 @@ protected:
     void SetUp() override
     {
         CoreTest::SetUp();
-        _path = ::testing::TempDir() + "orvSnapshotCheckTest.bin";
+        _path = orvtest::tempFilePath("orvSnapshotCheckTest");
     }
     void TearDown() override
     {
