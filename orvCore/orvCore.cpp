@@ -23,10 +23,18 @@
 #include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "behavior/operators/orvAbstractBehaviorOperator.h"
+#include "behavior/operators/orvAlternativeBehaviorOperator.h"
 #include "behavior/operators/orvBlockBehaviorOperator.h"
 #include "behavior/operators/orvFinalBehaviorOperator.h"
 #include "behavior/operators/orvInitialBehaviorOperator.h"
 #include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "behavior/operators/orvNoOrderBehaviorOperator.h"
+#include "behavior/operators/orvParallelBehaviorOperator.h"
+#include "behavior/operators/orvRandomBehaviorOperator.h"
+#include "behavior/utils/orvBehaviorPrototype.h"
+#include "behavior/utils/orvStaticArrayTargetProvider.h"
+#include "behavior/utils/orvStaticTargetProvider.h"
+#include "behavior/utils/orvWaypointTargetProvider.h"
 #include "engine/ground/orvAbstractGround.h"
 #include "engine/ground/orvGroundManager.h"
 #include "engine/ground/orvNoGround.h"
@@ -108,6 +116,7 @@ void createClassDescriptors()
     SequenceTrigger::createClassRTTI(true);
     BehaviorStatusCallBack::createClassRTTI(true);
     CountTrigger::createClassRTTI(true);
+    BehaviorPrototype::createClassRTTI(true);
     SmartPointer<ITypedCallBack<bool>>::createClassRTTI(true);
     SmartPointer<ITypedCallBack<unsigned int>>::createClassRTTI(true);
     SmartPointer<ITypedCallBack<float>>::createClassRTTI(true);
@@ -127,6 +136,9 @@ void createClassDescriptors()
 // The descriptors created after the stream tables are ready.
 void createRemainingClassDescriptors()
 {
+    StaticTargetProvider::createClassRTTI(true);
+    StaticArrayTargetProvider::createClassRTTI(true);
+    WaypointTargetProvider::createClassRTTI(true);
     AbstractBehavior::BehaviorStatusData::createClassRTTI(true);
     BehaviorGraph::createClassRTTI(true);
     ScalarCallBackComparisonOperator<unsigned int>::createClassRTTI(true);
@@ -138,7 +150,11 @@ void createRemainingClassDescriptors()
     AbstractBehaviorOperator::createClassRTTI(true);
     InitialBehaviorOperator::createClassRTTI(true);
     FinalBehaviorOperator::createClassRTTI(true);
+    ParallelBehaviorOperator::createClassRTTI(true);
+    NoOrderBehaviorOperator::createClassRTTI(true);
     LoopBehaviorOperator::createClassRTTI(true);
+    RandomBehaviorOperator::createClassRTTI(true);
+    AlternativeBehaviorOperator::createClassRTTI(true);
     BlockBehaviorOperator::createClassRTTI(true);
     KBContext::createClassRTTI(true);
 }
@@ -147,7 +163,11 @@ void destroyRemainingClassDescriptors()
 {
     KBContext::destroyClassRTTI(true);
     BlockBehaviorOperator::destroyClassRTTI(true);
+    AlternativeBehaviorOperator::destroyClassRTTI(true);
+    RandomBehaviorOperator::destroyClassRTTI(true);
     LoopBehaviorOperator::destroyClassRTTI(true);
+    NoOrderBehaviorOperator::destroyClassRTTI(true);
+    ParallelBehaviorOperator::destroyClassRTTI(true);
     FinalBehaviorOperator::destroyClassRTTI(true);
     InitialBehaviorOperator::destroyClassRTTI(true);
     AbstractBehaviorOperator::destroyClassRTTI(true);
@@ -159,6 +179,9 @@ void destroyRemainingClassDescriptors()
     ScalarCallBackComparisonOperator<unsigned int>::destroyClassRTTI(true);
     BehaviorGraph::destroyClassRTTI(true);
     AbstractBehavior::BehaviorStatusData::destroyClassRTTI(true);
+    WaypointTargetProvider::destroyClassRTTI(true);
+    StaticArrayTargetProvider::destroyClassRTTI(true);
+    StaticTargetProvider::destroyClassRTTI(true);
 }
 
 // The reverse of createClassDescriptors, but for the physics interfaces, which go after IndexTriplet<unsigned int>
@@ -180,6 +203,7 @@ void destroyClassDescriptors()
     ScalarCallBackPointer<float>::destroyClassRTTI(true);
     ScalarCallBackPointer<unsigned int>::destroyClassRTTI(true);
     BoolCallBackPointer::destroyClassRTTI(true);
+    BehaviorPrototype::destroyClassRTTI(true);
     CountTrigger::destroyClassRTTI(true);
     BehaviorStatusCallBack::destroyClassRTTI(true);
     SequenceTrigger::destroyClassRTTI(true);
