@@ -341,6 +341,11 @@ public:
             {
                 check.refuseAt(offset, "a %s of %d is out of range (at most %d)", attribute->getName(), value, bound);
             }
+            // The reader sets the capacity before it reads the array that follows, dropping what does not fit, and
+            // then reads only the elements kept: the count that follows must fit, or the two passes part ways.
+            _pendingCapacity = value;
+            _pendingCapacityDepth = _frames.size();
+            _pendingCapacityName = attribute->getName();
             return;
         }
         if (attribute == _reservedEntitiesSize)
@@ -425,6 +430,17 @@ public:
     {
         const AbstractAttribute* attribute = check.getAttribute();
         const uint64_t offset = check.getPosition() - sizeof(uint32_t);
+        if (_pendingCapacityName != nullptr && _frames.size() == _pendingCapacityDepth)
+        {
+            const char* name = _pendingCapacityName;
+            _pendingCapacityName = nullptr;
+            if (count > static_cast<uint32_t>(_pendingCapacity))
+            {
+                check.refuseAt(offset, "%u elements follow a %s of %d", static_cast<unsigned int>(count), name,
+                               _pendingCapacity);
+                return;
+            }
+        }
         // The check has bounded count by the bytes that remain: room for the records is made once.
         if (attribute == _entities)
         {
@@ -901,6 +917,10 @@ private:
     const AbstractAttribute* _entityTypeId = nullptr;
     const AbstractAttribute* _entityArraysCapacity = nullptr;
     const AbstractAttribute* _graphMaxCount = nullptr;
+    // The last capacity word met, for the count of the array that follows it in the same object.
+    const char* _pendingCapacityName = nullptr;
+    int32_t _pendingCapacity = 0;
+    size_t _pendingCapacityDepth = 0;
     const AbstractAttribute* _entityHandles = nullptr;
     const AbstractAttribute* _recycledIndices = nullptr;
     const AbstractAttribute* _parentSimulation = nullptr;
