@@ -334,6 +334,18 @@ void printSummary(unsigned int framesRun, double simulated, int threads, int ali
            counts.frameSeconds > 0.0 ? counts.entityUpdates / counts.frameSeconds : 0.0);
 }
 
+/// How often the entities took each branch of their behaviour graphs; nothing for a world without them.
+void printBranches(const orv::Simulation& simulation)
+{
+    const orvtest::WanderBranchCounts branches = orvtest::countWanderBranches(simulation);
+    if (branches._walk + branches._turn + branches._pause + branches._waypoints == 0)
+    {
+        return;
+    }
+    printf("behaviour branches:      walk %lu, turn %lu (random 3:1); pause %lu, waypoints %lu (alternative)\n",
+           branches._walk, branches._turn, branches._pause, branches._waypoints);
+}
+
 /// Finishes the processor, which deletes its simulations, then the library.
 void finish(orv::SimulationsProcessor& processor)
 {
@@ -392,6 +404,7 @@ int main(int argc, char** argv)
             const unsigned int framesRun = simulation->getCurrentFrame() - firstFrame;
             printSummary(framesRun, simulation->getDuration(), processor.getThreadCount(), simulation->getEntityCount(),
                          counts);
+            printBranches(*simulation);
         }
         finish(processor);
     }

@@ -7,8 +7,10 @@
 
 #include "behavior/behaviors/orvCompositeBehavior.h"
 #include "behavior/callBacks/orvConstantValueCallback.h"
+#include "behavior/operators/orvAlternativeBehaviorOperator.h"
 #include "behavior/operators/orvInitialBehaviorOperator.h"
 #include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "behavior/operators/orvRandomBehaviorOperator.h"
 #include "engine/simulation/orvAbstractEntityType.h"
 #include "engine/simulation/orvSimulation.h"
 #include "math/random/orvNoise.h"
@@ -107,6 +109,20 @@ void TimedBehavior::doAddEntity(int entity)
     {
         _remaining.resize(static_cast<size_t>(entity) + 1, 0.0f);
     }
+    if (static_cast<size_t>(entity) >= _runs.size())
+    {
+        _runs.resize(static_cast<size_t>(entity) + 1, 0u);
+    }
+}
+
+unsigned long TimedBehavior::countRuns() const
+{
+    unsigned long runs = 0;
+    for (uint32_t count : _runs)
+    {
+        runs += count;
+    }
+    return runs;
 }
 
 orv::Entity& TimedBehavior::touchEntity(int index)
@@ -120,6 +136,10 @@ void TimedBehavior::doStart(int entity)
     if (static_cast<size_t>(entity) < _remaining.size())
     {
         _remaining[entity] = drawDuration(touchEntity(entity));
+    }
+    if (static_cast<size_t>(entity) < _runs.size())
+    {
+        ++_runs[entity];
     }
 }
 
@@ -197,6 +217,130 @@ void TurnBehavior::act(orv::Entity& entity, float dt)
     WanderContext::setHeading(entity, WanderContext::getHeading(entity) + rate * dt);
 }
 
+ORV_IMPLEMENT_RTTI(WaypointWalkBehavior, "b3c4d5e6-7f80-4a1b-9c2d-5e6f7a8b9c05", "orvtest::WaypointWalkBehavior")
+
+void WaypointWalkBehavior::addAttributes()
+{
+    _rtti->addBaseClass<TimedBehavior>();
+    addAttribute("provider", &WaypointWalkBehavior::_provider);
+}
+
+WaypointWalkBehavior::WaypointWalkBehavior()
+{
+    const orv::Vector3 corners[] = {orv::Vector3(10.0f, 0.0f, 10.0f), orv::Vector3(-10.0f, 0.0f, 10.0f),
+                                    orv::Vector3(-10.0f, 0.0f, -10.0f), orv::Vector3(10.0f, 0.0f, -10.0f)};
+    _provider = orv::SmartPointer<orv::WaypointTargetProvider>(new orv::WaypointTargetProvider(nullptr, 4, corners));
+    _provider->setTolerance(2.0f);
+}
+
+void WaypointWalkBehavior::setBehaviorGraph(orv::BehaviorGraph* graph)
+{
+    TimedBehavior::setBehaviorGraph(graph);
+    if (_provider.getImpl() != nullptr)
+    {
+        _provider->setBehaviorGraph(graph);
+    }
+}
+
+void WaypointWalkBehavior::doAddEntity(int entity)
+{
+    TimedBehavior::doAddEntity(entity);
+    // The provider's entry for the entity is made here, on the host thread, and not by a worker.
+    orv::Vector3 target;
+    if (_provider.getImpl() != nullptr && getBehaviorGraph() != nullptr &&
+        getBehaviorGraph()->getEntityType() != nullptr)
+    {
+        _provider->computeTarget(entity, target, false);
+    }
+}
+
+float WaypointWalkBehavior::drawDuration(orv::Entity& entity)
+{
+    return entity.touchRNG().frand(1.0f, 3.0f);
+}
+
+void WaypointWalkBehavior::act(orv::Entity& entity, float dt)
+{
+    if (_provider.getImpl() == nullptr)
+    {
+        return;
+    }
+    orv::Vector3 target;
+    _provider->computeTarget(entity.getIndexInEntityType(), target, false);
+    orv::Vector3 position = entity.getPosition();
+    const float dx = target.x - position.x;
+    const float dz = target.z - position.z;
+    const float distance = std::sqrt(dx * dx + dz * dz);
+    if (distance > 1e-3f)
+    {
+        const float heading = std::atan2(dx, dz);
+        WanderContext::setHeading(entity, heading);
+        const float step = std::min(distance, entity.getSpeed() * dt);
+        position.x += dx / distance * step;
+        position.z += dz / distance * step;
+        entity.setPosition(position);
+    }
+}
+
+ORV_IMPLEMENT_RTTI(EveryFourthEntity, "c4d5e6f7-8091-4b2c-8d3e-6f7a8b9c0d06", "orvtest::EveryFourthEntity")
+
+void EveryFourthEntity::addAttributes()
+{
+    _rtti->addBaseClass<orv::ITypedCallBack<bool>>();
+}
+
+namespace
+{
+
+void addBranchRuns(const orv::AbstractBehavior& node, WanderBranchCounts& counts)
+{
+    if (const auto* walk = dynamic_cast<const WalkBehavior*>(&node))
+    {
+        counts._walk += walk->countRuns();
+    }
+    else if (const auto* turn = dynamic_cast<const TurnBehavior*>(&node))
+    {
+        counts._turn += turn->countRuns();
+    }
+    else if (const auto* pause = dynamic_cast<const PauseBehavior*>(&node))
+    {
+        counts._pause += pause->countRuns();
+    }
+    else if (const auto* waypoints = dynamic_cast<const WaypointWalkBehavior*>(&node))
+    {
+        counts._waypoints += waypoints->countRuns();
+    }
+    if (const auto* container = dynamic_cast<const orv::AbstractBehaviorContainer*>(&node))
+    {
+        for (const orv::SmartPointer<orv::AbstractBehavior>& child : container->getChildrenBehaviors())
+        {
+            if (child.getImpl() != nullptr)
+            {
+                addBranchRuns(*child, counts);
+            }
+        }
+    }
+}
+
+} // namespace
+
+WanderBranchCounts countWanderBranches(const orv::Simulation& simulation)
+{
+    WanderBranchCounts counts;
+    for (int type = 0; type < simulation.getEntityTypeCount(); ++type)
+    {
+        for (const orv::SmartPointer<orv::AbstractBehavior>& behavior :
+             simulation.getEntityType(type)->getBehaviorGraph().getBehaviors())
+        {
+            if (behavior.getImpl() != nullptr)
+            {
+                addBranchRuns(*behavior, counts);
+            }
+        }
+    }
+    return counts;
+}
+
 void registerWanderClasses(bool doRegister)
 {
     if (doRegister)
@@ -206,9 +350,13 @@ void registerWanderClasses(bool doRegister)
         WalkBehavior::createClassRTTI(true);
         PauseBehavior::createClassRTTI(true);
         TurnBehavior::createClassRTTI(true);
+        WaypointWalkBehavior::createClassRTTI(true);
+        EveryFourthEntity::createClassRTTI(true);
     }
     else
     {
+        EveryFourthEntity::destroyClassRTTI(true);
+        WaypointWalkBehavior::destroyClassRTTI(true);
         TurnBehavior::destroyClassRTTI(true);
         PauseBehavior::destroyClassRTTI(true);
         WalkBehavior::destroyClassRTTI(true);
@@ -219,18 +367,32 @@ void registerWanderClasses(bool doRegister)
 
 orv::AbstractBehavior* buildWanderGraph()
 {
-    // Inner chart: walk, pause, turn.
+    // Inner chart: a random choice of walking or turning, then the alternative of waypoints or a pause.
     orv::CompositeBehavior* steps = new orv::CompositeBehavior();
+    orv::RandomBehaviorOperator* choice = new orv::RandomBehaviorOperator();
     orv::AbstractUserBehavior* walk = new WalkBehavior();
-    orv::AbstractUserBehavior* pause = new PauseBehavior();
     orv::AbstractUserBehavior* turn = new TurnBehavior();
-    steps->addChildBehavior(walk);
-    steps->addChildBehavior(pause);
-    steps->addChildBehavior(turn);
-    static_cast<orv::InitialBehaviorOperator*>(steps->touchInitialBehavior())->setNextBehavior(walk);
-    walk->setNextBehavior(pause);
-    pause->setNextBehavior(turn);
-    turn->setNextBehavior(steps->touchFinalBehavior());
+    orv::AlternativeBehaviorOperator* route = new orv::AlternativeBehaviorOperator();
+    orv::AbstractUserBehavior* pause = new PauseBehavior();
+    orv::AbstractUserBehavior* waypoints = new WaypointWalkBehavior();
+    for (orv::AbstractBehavior* node :
+         {static_cast<orv::AbstractBehavior*>(choice), static_cast<orv::AbstractBehavior*>(walk),
+          static_cast<orv::AbstractBehavior*>(turn), static_cast<orv::AbstractBehavior*>(route),
+          static_cast<orv::AbstractBehavior*>(pause), static_cast<orv::AbstractBehavior*>(waypoints)})
+    {
+        steps->addChildBehavior(node);
+    }
+    static_cast<orv::InitialBehaviorOperator*>(steps->touchInitialBehavior())->setNextBehavior(choice);
+    choice->addRandomNextBehavior(walk, orv::ScalarCallBackPointer<float>(new orv::ConstantValueCallback<float>(3.0f)),
+                                  orv::BoolCallBackPointer());
+    choice->addRandomNextBehavior(turn, orv::ScalarCallBackPointer<float>(new orv::ConstantValueCallback<float>(1.0f)),
+                                  orv::BoolCallBackPointer());
+    walk->setNextBehavior(route);
+    turn->setNextBehavior(route);
+    route->setDefaultNextBehavior(pause);
+    route->addConditionalNextBehavior(waypoints, orv::BoolCallBackPointer(new EveryFourthEntity()));
+    pause->setNextBehavior(steps->touchFinalBehavior());
+    waypoints->setNextBehavior(steps->touchFinalBehavior());
 
     // Outer chart: the inner one over and over.
     orv::LoopBehaviorOperator* loop =

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "behavior/behaviors/orvAbstractUserBehavior.h"
+#include "behavior/callBacks/orvITypedCallBack.h"
+#include "behavior/utils/orvWaypointTargetProvider.h"
 #include "engine/simulation/orvIContext.h"
 #include "system/containers/orvPODArray.h"
 
@@ -73,8 +75,14 @@ public:
     void doUpdate(Time dt, int entity) override;
     /// SUCCESS.
     ResultStatus::Value doStop(Time dt, int entity) override;
-    void doAllocate(int capacity) override { _remaining.set_capacity(static_cast<size_t>(capacity)); }
+    void doAllocate(int capacity) override
+    {
+        _remaining.set_capacity(static_cast<size_t>(capacity));
+        _runs.set_capacity(static_cast<size_t>(capacity));
+    }
     void doAddEntity(int entity) override;
+    /// Runs started so far, all entities together. Host thread, between frames.
+    unsigned long countRuns() const;
 
 protected:
     /// The entity whose index in the graph's type is index.
@@ -86,6 +94,7 @@ protected:
 
 private:
     orv::PODArray<float> _remaining; // seconds left in the present run, per entity
+    orv::PODArray<uint32_t> _runs;   // runs started, per entity; not saved
 };
 
 /// Walks straight on at the entity's speed for 1 to 3 s.
@@ -118,10 +127,54 @@ protected:
     void act(orv::Entity& entity, float dt) override;
 };
 
+/// Walks towards the waypoints of a provider (a square of four corners, 20 m apart) for 1 to 3 s. The provider's
+/// first answer for an entity is asked on the host thread as the entity joins, so that the workers only read and
+/// step the provider's per-entity entry.
+class WaypointWalkBehavior : public TimedBehavior
+{
+    ORV_DECLARE_RTTI(WaypointWalkBehavior)
+
+public:
+    /// A walk with its own provider.
+    WaypointWalkBehavior();
+    /// Sets the graph of the behaviour and of its provider.
+    void setBehaviorGraph(orv::BehaviorGraph* graph) override;
+    void doAddEntity(int entity) override;
+
+protected:
+    float drawDuration(orv::Entity& entity) override;
+    void act(orv::Entity& entity, float dt) override;
+
+private:
+    orv::SmartPointer<orv::WaypointTargetProvider> _provider;
+};
+
+/// True for every fourth entity slot of a type: those follow the waypoints.
+class EveryFourthEntity : public orv::ITypedCallBack<bool>
+{
+    ORV_DECLARE_RTTI(EveryFourthEntity)
+
+public:
+    bool call(int entity) override { return entity % 4 == 0; }
+};
+
+/// Runs started per kind of host behaviour ("walk", "turn", "pause", "waypoints") over the wander graphs of a
+/// simulation: how many times entities took each branch. Host thread, between frames.
+struct WanderBranchCounts
+{
+    unsigned long _walk = 0;
+    unsigned long _turn = 0;
+    unsigned long _pause = 0;
+    unsigned long _waypoints = 0;
+};
+WanderBranchCounts countWanderBranches(const orv::Simulation& simulation);
+
 /// Registers (true) or unregisters (false) the host classes of the wander scene: the context and the behaviours.
 void registerWanderClasses(bool doRegister);
 
-/// A new wander graph: walk, pause and turn over and over, as a loop around a composite inside a composite.
+/// A new wander graph, over and over (a loop around a composite inside a composite): a random choice between walking
+/// (weight 3) and turning (weight 1), then an alternative that sends every fourth entity along waypoints and the
+/// others to a pause.
 orv::AbstractBehavior* buildWanderGraph();
 
 /// A new, uninitialised simulation of entityCount wanderers (entityCount >= 0) spread over typeCount entity types

@@ -952,6 +952,8 @@ bool SnapshotCheck::check(const uint8_t* data, size_t size, SnapshotCheckReport*
 {
     WorldObserver observer;
     BinaryStreamCheck check(data, size, &observer);
+    // In a world only smart pointers own what they point to: a node or call-back held by none would leak.
+    check.setRequireHeldCounted(true);
     const bool valid = data != nullptr && check.checkValue<RandomNumberGenerator>() && check.checkValue<Simulation>() &&
                        check.checkEnd() && observer.checkWorld(check);
     if (data == nullptr)

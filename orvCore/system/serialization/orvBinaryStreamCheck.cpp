@@ -1,11 +1,13 @@
 // orvCore/system/serialization/orvBinaryStreamCheck.cpp
 #include "system/serialization/orvBinaryStreamCheck.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstring>
 
 #include "system/inspection/orvAbstractAttribute.h"
+#include "system/inspection/orvReferenceCounter.h"
 
 namespace orv
 {
@@ -89,6 +91,16 @@ bool BinaryStreamCheck::checkEnd()
     if (_position != _size)
     {
         return refuse("%lu bytes follow the last value", static_cast<unsigned long>(_size - _position));
+    }
+    // Few objects are reference counted (behaviour nodes, call-backs): both lists are short.
+    std::sort(_heldIds.begin(), _heldIds.end());
+    for (const std::pair<uint32_t, uint64_t>& body : _countedBodies)
+    {
+        if (!std::binary_search(_heldIds.begin(), _heldIds.end(), body.first))
+        {
+            return refuseAt(body.second, "object %u is reached by plain pointers only: nothing would own it",
+                            static_cast<unsigned int>(body.first));
+        }
     }
     return true;
 }
@@ -728,6 +740,10 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
     {
         return true;
     }
+    if (held)
+    {
+        _heldIds.push_back(id);
+    }
     Uuid typeID;
     unsigned char hasBody = 0;
     if (!readBytes(&typeID, sizeof(typeID)) || !readBytes(&hasBody, sizeof(hasBody)))
@@ -806,6 +822,10 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
         return true;
     }
     record->_bits = what << 3 | ID_POINTER_BODY;
+    if (_requireHeldCounted && !held && derives(*rtti, *ReferenceCounter::getClassRTTI()))
+    {
+        _countedBodies.push_back(std::pair<uint32_t, uint64_t>(id, offset));
+    }
     // The depth bound keeps this list short: a hold is looked up in it only when it names a known object.
     _openBodies.push_back(id);
     const bool walked = checkObjectBody(*rtti, planOf(*rtti), id, IObserver::EACH_CALL);

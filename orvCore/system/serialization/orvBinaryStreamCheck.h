@@ -106,8 +106,12 @@ public:
     /// Walks one value of type T from the present position, as unpack<T> reads it. False once refused.
     template <typename T>
     bool checkValue();
-    /// After the last value: refuses bytes left over and objects reached by pointer that never got a body.
+    /// After the last value: refuses bytes left over and objects reached by pointer that never got a body, and, when
+    /// asked, reference-counted objects that no smart pointer holds.
     bool checkEnd();
+    /// With true, a reference-counted object made for a plain pointer must also be held by a smart pointer in the
+    /// bytes, or checkEnd refuses it: where plain pointers never own (a world), nothing would free it. Off unless set.
+    void setRequireHeldCounted(bool require) { _requireHeldCounted = require; }
 
     /// True once something was refused.
     bool isRefused() const { return _refused; }
@@ -365,6 +369,13 @@ private:
     PODArray<uint32_t> _wordOffsets;
     /// Ids of the pointer bodies being walked, outermost first; at most maxDepth.
     PODArray<uint32_t> _openBodies;
+    /// Reference-counted objects made for plain pointers: each must be held by a smart pointer somewhere, or
+    /// nothing would own it. The id and the offset of its pointer.
+    PODArray<std::pair<uint32_t, uint64_t>> _countedBodies;
+    /// Ids held by smart pointers.
+    PODArray<uint32_t> _heldIds;
+    /// Whether reference-counted objects must be held.
+    bool _requireHeldCounted = false;
     PODArray<const AbstractAttribute*> _watchedAttributes;
     size_t _lastPlan = 0;
     size_t _previousPlan = 0;

@@ -12,6 +12,7 @@
 #include "behavior/engine/orvBehaviorGraph.h"
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
+#include "engine/simulation/orvSnapshotCheck.h"
 #include "math/random/orvRandomNumberGenerator.h"
 #include "support/orvCoreTestSupport.h"
 #include "support/orvLoadedWorldUse.h"
@@ -139,6 +140,24 @@ TEST_F(BehaviorSnapshotTest, AContainerThatHoldsItselfOrRowsBeyondItsTypeAreRefu
         const Bytes bytes = save(world);
         EXPECT_FALSE(Simulation::checkBinaryData(bytes.data(), bytes.size()));
     }
+}
+
+TEST_F(BehaviorSnapshotTest, ANodeThatOnlyAFollowerArrowReachesIsRefused)
+{
+    // The arrow does not own its end: read back, that node would belong to nothing.
+    Simulation world(8, 0);
+    world.createEntityType(8);
+    orv::CompositeBehavior* root = new orv::CompositeBehavior();
+    orv::SmartPointer<orv::AbstractBehavior> stray(new orv::CompositeBehavior());
+    ASSERT_TRUE(root->touchFinalBehavior() != nullptr);
+    root->touchInitialBehavior()->touchNextBehaviorCandidates().push_back(stray.getImpl());
+    world.getEntityType(0)->addBehavior(root, true);
+    const Bytes bytes = save(world);
+    orv::SnapshotCheckReport report;
+    EXPECT_FALSE(Simulation::checkBinaryData(bytes.data(), bytes.size(), &report));
+    EXPECT_NE(std::string::npos, std::string(report._reason.c_str()).find("nothing would own it"))
+        << report._reason.c_str();
+    root->touchInitialBehavior()->touchNextBehaviorCandidates().pop_back();
 }
 
 TEST_F(BehaviorSnapshotTest, EveryCutOfAGraphSnapshotIsRefusedOrLoadsIntoAWorldThatRuns)
