@@ -3,8 +3,17 @@
 
 #include <vector>
 
+#include "behavior/behaviors/orvAbstractUserBehavior.h"
+#include "behavior/behaviors/orvCompositeBehavior.h"
 #include "behavior/callBacks/orvConstantValueCallback.h"
+#include "behavior/callBacks/orvScalarCallBackPointer.h"
 #include "behavior/engine/orvAbstractBehavior.h"
+#include "behavior/operators/orvBlockBehaviorOperator.h"
+#include "behavior/operators/orvInitialBehaviorOperator.h"
+#include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "behavior/operators/orvRandomBehaviorOperator.h"
+#include "engine/simulation/orvSimulation.h"
+#include "engine/simulation/orvSimulationsProcessor.h"
 #include "orvBenchSupport.h"
 
 namespace
@@ -91,5 +100,129 @@ void BM_BehaviorNodeUpdateFullCycle(benchmark::State& state)
     state.SetItemsProcessed(state.iterations() * count);
 }
 BENCHMARK(BM_BehaviorNodeUpdateFullCycle)->Arg(10000)->Unit(benchmark::kMicrosecond);
+
+} // namespace
+
+// ---- A small tree in a whole frame ----
+
+namespace
+{
+
+/// A host action of one frame: it adds the step to its entity's total and ends.
+class OneFrameAction : public orv::AbstractUserBehavior
+{
+public:
+    bool doInit() override { return true; }
+    void doFinish() override {}
+    void doAllocate(int capacity) override { _totals.assign(static_cast<size_t>(capacity), 0.0); }
+    void doStart(int) override {}
+    void doUpdate(Time dt, int entity) override
+    {
+        _totals[static_cast<size_t>(entity)] += dt;
+        requestStop(entity);
+    }
+    ResultStatus::Value doStop(Time, int) override { return ResultStatus::SUCCESS; }
+    std::vector<Time> _totals;
+};
+
+/// Over and over: a condition (a gate that opens at once), then a random choice of two host actions.
+orv::AbstractBehavior* buildChoiceTree()
+{
+    orv::CompositeBehavior* steps = new orv::CompositeBehavior();
+    orv::BlockBehaviorOperator* gate = new orv::BlockBehaviorOperator();
+    gate->setBlockCondition(orv::BoolCallBackPointer(new orv::ConstantValueCallback<bool>(true)));
+    orv::RandomBehaviorOperator* choice = new orv::RandomBehaviorOperator();
+    OneFrameAction* left = new OneFrameAction();
+    OneFrameAction* right = new OneFrameAction();
+    for (orv::AbstractBehavior* node : std::vector<orv::AbstractBehavior*>{gate, choice, left, right})
+    {
+        steps->addChildBehavior(node);
+    }
+    static_cast<orv::InitialBehaviorOperator*>(steps->touchInitialBehavior())->setNextBehavior(gate);
+    gate->setNextBehavior(choice);
+    choice->addNextBehaviorCandidate(left);
+    choice->addNextBehaviorCandidate(right);
+    left->setNextBehavior(steps->touchFinalBehavior());
+    right->setNextBehavior(steps->touchFinalBehavior());
+    orv::LoopBehaviorOperator* loop =
+        new orv::LoopBehaviorOperator(orv::LoopBehaviorOperator::LoopMode::DO_WHILE,
+                                      orv::BoolCallBackPointer(new orv::ConstantValueCallback<bool>(true)));
+    loop->addChildBehavior(steps);
+    orv::CompositeBehavior* root = new orv::CompositeBehavior();
+    root->addChildBehavior(loop);
+    static_cast<orv::InitialBehaviorOperator*>(root->touchInitialBehavior())->setNextBehavior(loop);
+    loop->setNextBehavior(root->touchFinalBehavior());
+    return root;
+}
+
+/// Bytes of per-entity state of a tree: every node's rows and the composites' slots, as allocated, per slot.
+double treeBytesPerSlot(const orv::AbstractBehavior& node, int slots)
+{
+    double bytes = static_cast<double>(node.getStatusData().capacity() * sizeof(AbstractBehavior::BehaviorStatusData));
+    if (const auto* composite = dynamic_cast<const orv::CompositeBehavior*>(&node))
+    {
+        bytes += composite->getCurrentBehaviorArrayCapacity() *
+                 static_cast<double>(sizeof(AbstractBehavior*) + sizeof(orv::RuntimeUpdateHistoryPerFrame));
+        for (int entity = 0; entity < slots; ++entity)
+        {
+            const orv::RuntimeUpdateHistoryPerFrame& history = composite->getRuntimeHistory(entity);
+            bytes += static_cast<double>((history._updatedBehaviorsThisFrame.capacity() +
+                                          history._childrenCompositeToClearTransitions.capacity()) *
+                                         sizeof(void*));
+        }
+    }
+    if (const auto* action = dynamic_cast<const OneFrameAction*>(&node))
+    {
+        bytes += static_cast<double>(action->_totals.capacity() * sizeof(AbstractBehavior::Time));
+    }
+    if (const auto* container = dynamic_cast<const orv::AbstractBehaviorContainer*>(&node))
+    {
+        for (const orv::SmartPointer<AbstractBehavior>& child : container->getChildrenBehaviors())
+        {
+            bytes += treeBytesPerSlot(*child, slots) * slots;
+        }
+    }
+    return bytes / slots;
+}
+
+/// Frames of 10,000 entities of one type on one thread; with range(1) set, the type runs the choice tree, else
+/// its graph is empty (the frame's own cost).
+void BM_FrameChoiceTree(benchmark::State& state)
+{
+    orvbench::CoreScope core;
+    const int entities = static_cast<int>(state.range(0));
+    const bool withTree = state.range(1) != 0;
+    orv::SimulationsProcessor processor;
+    processor.init(1);
+    orv::Simulation* simulation = new orv::Simulation(entities, 0);
+    const int type = simulation->createEntityType(entities);
+    orv::AbstractBehavior* tree = withTree ? buildChoiceTree() : nullptr;
+    if (tree != nullptr)
+    {
+        simulation->getEntityType(type)->addBehavior(tree, true);
+    }
+    for (int i = 0; i < entities; ++i)
+    {
+        simulation->createEntity(static_cast<unsigned int>(type));
+    }
+    processor.addSimulation(simulation);
+    processor.update(0.04);
+    for (auto _ : state)
+    {
+        processor.update(0.04);
+    }
+    state.counters["nsPerEntity"] = benchmark::Counter(
+        static_cast<double>(entities), benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    if (tree != nullptr)
+    {
+        state.counters["treeBytesPerEntity"] = treeBytesPerSlot(*tree, entities);
+    }
+    processor.finish();
+}
+BENCHMARK(BM_FrameChoiceTree)
+    ->ArgsProduct({{10000}, {0, 1}})
+    ->ArgNames({"entities", "tree"})
+    ->UseRealTime()
+    ->Unit(benchmark::kMicrosecond);
 
 } // namespace
