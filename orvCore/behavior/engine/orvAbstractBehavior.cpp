@@ -470,8 +470,14 @@ void AbstractBehavior::requestStop(int entity)
     }
 }
 
-void AbstractBehavior::repairLoadedRows(int slotCount)
+void AbstractBehavior::repairLoaded(BehaviorGraph* graph, int slotCount)
 {
+    _behaviorGraph = graph;
+    bindConditionTriggers();
+    if (_parentBehavior != nullptr)
+    {
+        _requestStartAtInitialization = false;
+    }
     if (slotCount > 0 && _statusData.size() < static_cast<size_t>(slotCount))
     {
         _statusData.resize(static_cast<size_t>(slotCount));

@@ -212,9 +212,10 @@ public:
     void setBehaviorStatusDataArrayCapacity(int value);
     /// The rows, one per entity index.
     const Array<BehaviorStatusData>& getStatusData() const { return _statusData; }
-    /// After a load: gives every slot below slotCount a row (new ones at their defaults) and forgets follower ids
-    /// that name no follower, so that a file's rows cannot lead the frame astray.
-    void repairLoadedRows(int slotCount);
+    /// After a load: links the node to graph and binds its conditions' triggers there, gives every slot below
+    /// slotCount a row (new ones at their defaults), forgets follower ids that name no follower, and drops a start
+    /// at initialisation asked of a node that has a parent: a file's values cannot lead the frame astray.
+    void repairLoaded(BehaviorGraph* graph, int slotCount);
 
 protected:
     /// Extra storage for capacity entities. Nothing here.

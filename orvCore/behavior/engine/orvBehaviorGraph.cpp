@@ -2,8 +2,12 @@
 #include "behavior/engine/orvBehaviorGraph.h"
 
 #include "behavior/behaviors/orvCompositeBehavior.h"
+#include "behavior/callBacks/orvAbstractTrigger.h"
 #include "behavior/engine/orvAbstractBehavior.h"
 #include "behavior/engine/orvAbstractBehaviorContainer.h"
+#include "behavior/operators/orvAlternativeBehaviorOperator.h"
+#include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "behavior/operators/orvRandomBehaviorOperator.h"
 
 #include "engine/simulation/orvAbstractEntityType.h"
 #include "system/inspection/orvInspectable.h"
@@ -235,7 +239,26 @@ void BehaviorGraph::repairLoadedNodes()
             continue;
         }
         visited.push_back(node);
-        node->repairLoadedRows(slotCount);
+        node->repairLoaded(this, slotCount);
+        // Conditions that operators keep beside the node's own: their triggers are bound here too.
+        if (LoopBehaviorOperator* loop = dynamic_cast<LoopBehaviorOperator*>(node))
+        {
+            AbstractTrigger::recursiveSetBehaviorGraphTriggers(loop->getCondition(), this);
+        }
+        else if (RandomBehaviorOperator* random = dynamic_cast<RandomBehaviorOperator*>(node))
+        {
+            for (const SmartPointer<ITypedCallBack<bool>>& condition : random->getConditions())
+            {
+                AbstractTrigger::recursiveSetBehaviorGraphTriggers(condition, this);
+            }
+        }
+        else if (AlternativeBehaviorOperator* alternative = dynamic_cast<AlternativeBehaviorOperator*>(node))
+        {
+            for (const SmartPointer<ITypedCallBack<bool>>& condition : alternative->getConditions())
+            {
+                AbstractTrigger::recursiveSetBehaviorGraphTriggers(condition, this);
+            }
+        }
         if (CompositeBehavior* composite = dynamic_cast<CompositeBehavior*>(node))
         {
             composite->repairLoadedSlots(slotCount);
