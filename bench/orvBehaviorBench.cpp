@@ -11,6 +11,7 @@
 #include "behavior/operators/orvBlockBehaviorOperator.h"
 #include "behavior/operators/orvInitialBehaviorOperator.h"
 #include "behavior/operators/orvLoopBehaviorOperator.h"
+#include "behavior/operators/orvParallelBehaviorOperator.h"
 #include "behavior/operators/orvRandomBehaviorOperator.h"
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
@@ -125,8 +126,9 @@ public:
     std::vector<Time> _totals;
 };
 
-/// Over and over: a condition (a gate that opens at once), then a random choice of two host actions.
-orv::AbstractBehavior* buildChoiceTree()
+/// Over and over: a condition (a gate that opens at once), then a random choice of two host actions; with
+/// withParallel, the choice leads on to a parallel operator that runs two more host actions together.
+orv::AbstractBehavior* buildChoiceTree(bool withParallel = false)
 {
     orv::CompositeBehavior* steps = new orv::CompositeBehavior();
     orv::BlockBehaviorOperator* gate = new orv::BlockBehaviorOperator();
@@ -142,8 +144,18 @@ orv::AbstractBehavior* buildChoiceTree()
     gate->setNextBehavior(choice);
     choice->addNextBehaviorCandidate(left);
     choice->addNextBehaviorCandidate(right);
-    left->setNextBehavior(steps->touchFinalBehavior());
-    right->setNextBehavior(steps->touchFinalBehavior());
+    AbstractBehavior* afterChoice = steps->touchFinalBehavior();
+    if (withParallel)
+    {
+        orv::ParallelBehaviorOperator* both = new orv::ParallelBehaviorOperator();
+        both->addChildBehavior(new OneFrameAction());
+        both->addChildBehavior(new OneFrameAction());
+        steps->addChildBehavior(both);
+        both->setNextBehavior(steps->touchFinalBehavior());
+        afterChoice = both;
+    }
+    left->setNextBehavior(afterChoice);
+    right->setNextBehavior(afterChoice);
     orv::LoopBehaviorOperator* loop =
         new orv::LoopBehaviorOperator(orv::LoopBehaviorOperator::LoopMode::DO_WHILE,
                                       orv::BoolCallBackPointer(new orv::ConstantValueCallback<bool>(true)));
@@ -185,18 +197,19 @@ double treeBytesPerSlot(const orv::AbstractBehavior& node, int slots)
     return bytes / slots;
 }
 
-/// Frames of 10,000 entities of one type on one thread; with range(1) set, the type runs the choice tree, else
-/// its graph is empty (the frame's own cost).
+/// Frames of 10,000 entities of one type on one thread: range(1) 0, an empty graph (the frame's own cost); 1, the
+/// choice tree; 2, the choice tree with a parallel operator after the choice.
 void BM_FrameChoiceTree(benchmark::State& state)
 {
     orvbench::CoreScope core;
     const int entities = static_cast<int>(state.range(0));
     const bool withTree = state.range(1) != 0;
+    const bool withParallel = state.range(1) == 2;
     orv::SimulationsProcessor processor;
     processor.init(1);
     orv::Simulation* simulation = new orv::Simulation(entities, 0);
     const int type = simulation->createEntityType(entities);
-    orv::AbstractBehavior* tree = withTree ? buildChoiceTree() : nullptr;
+    orv::AbstractBehavior* tree = withTree ? buildChoiceTree(withParallel) : nullptr;
     if (tree != nullptr)
     {
         simulation->getEntityType(type)->addBehavior(tree, true);
@@ -220,7 +233,7 @@ void BM_FrameChoiceTree(benchmark::State& state)
     processor.finish();
 }
 BENCHMARK(BM_FrameChoiceTree)
-    ->ArgsProduct({{10000}, {0, 1}})
+    ->ArgsProduct({{10000}, {0, 1, 2}})
     ->ArgNames({"entities", "tree"})
     ->UseRealTime()
     ->Unit(benchmark::kMicrosecond);
