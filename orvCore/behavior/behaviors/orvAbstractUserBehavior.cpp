@@ -24,22 +24,12 @@ bool AbstractUserBehavior::canAddNextBehaviorCandidate(const AbstractBehavior* c
 
 bool AbstractUserBehavior::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool AbstractUserBehavior::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool AbstractUserBehavior::checkNextBehaviorCandidatesConnection() const

@@ -61,22 +61,12 @@ bool CompositeBehavior::canAddNextBehaviorCandidate(const AbstractBehavior* cand
 
 bool CompositeBehavior::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool CompositeBehavior::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool CompositeBehavior::checkNextBehaviorCandidatesConnection() const

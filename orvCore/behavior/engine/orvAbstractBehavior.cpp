@@ -560,6 +560,26 @@ bool AbstractBehavior::canAddSingleNextBehaviorCandidate(const AbstractBehavior*
     return true;
 }
 
+bool AbstractBehavior::addSingleNextBehaviorCandidate(AbstractBehavior* candidate)
+{
+    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
+    {
+        return false;
+    }
+    _nextBehaviorSelectedId = 0;
+    return true;
+}
+
+bool AbstractBehavior::removeSingleNextBehaviorCandidate(AbstractBehavior* candidate)
+{
+    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
+    {
+        return false;
+    }
+    _nextBehaviorSelectedId = _nextBehaviorInvalidId;
+    return true;
+}
+
 bool AbstractBehavior::setSingleNextBehavior(AbstractBehavior* next)
 {
     OrvString reason("Can not explicitely set requested next behavior for current behavior : ");

@@ -252,6 +252,10 @@ protected:
     /// a second candidate that names className.
     bool canAddSingleNextBehaviorCandidate(const AbstractBehavior* candidate, OrvString& reason,
                                            const char* className) const;
+    /// The base's add under the one-follower rule: on success the follower is selected by default.
+    bool addSingleNextBehaviorCandidate(AbstractBehavior* candidate);
+    /// The base's remove under the one-follower rule: on success no follower is selected by default.
+    bool removeSingleNextBehaviorCandidate(AbstractBehavior* candidate);
     /// Replaces the one follower by next, or removes it for null; the row default follows. False, with the refusal
     /// logged as an error, when a lock or a self-connection forbids it.
     bool setSingleNextBehavior(AbstractBehavior* next);

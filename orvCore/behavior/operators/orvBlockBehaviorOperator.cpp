@@ -25,22 +25,12 @@ bool BlockBehaviorOperator::canAddNextBehaviorCandidate(const AbstractBehavior* 
 
 bool BlockBehaviorOperator::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool BlockBehaviorOperator::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool BlockBehaviorOperator::checkNextBehaviorCandidatesConnection() const

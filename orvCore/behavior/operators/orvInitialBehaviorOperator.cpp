@@ -24,22 +24,12 @@ bool InitialBehaviorOperator::canAddNextBehaviorCandidate(const AbstractBehavior
 
 bool InitialBehaviorOperator::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool InitialBehaviorOperator::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool InitialBehaviorOperator::checkNextBehaviorCandidatesConnection() const

@@ -132,22 +132,12 @@ bool LoopBehaviorOperator::canAddNextBehaviorCandidate(const AbstractBehavior* c
 
 bool LoopBehaviorOperator::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool LoopBehaviorOperator::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool LoopBehaviorOperator::checkNextBehaviorCandidatesConnection() const

@@ -52,22 +52,12 @@ bool NoOrderBehaviorOperator::canAddNextBehaviorCandidate(const AbstractBehavior
 
 bool NoOrderBehaviorOperator::addNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::addNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(0);
-    return true;
+    return addSingleNextBehaviorCandidate(candidate);
 }
 
 bool NoOrderBehaviorOperator::removeNextBehaviorCandidate(AbstractBehavior* candidate)
 {
-    if (!AbstractBehavior::removeNextBehaviorCandidate(candidate))
-    {
-        return false;
-    }
-    setNextBehaviorSelectedId(_nextBehaviorInvalidId);
-    return true;
+    return removeSingleNextBehaviorCandidate(candidate);
 }
 
 bool NoOrderBehaviorOperator::checkNextBehaviorCandidatesConnection() const

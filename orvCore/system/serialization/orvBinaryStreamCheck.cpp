@@ -94,12 +94,12 @@ bool BinaryStreamCheck::checkEnd()
     }
     // Few objects are reference counted (behaviour nodes, call-backs): both lists are short.
     std::sort(_heldIds.begin(), _heldIds.end());
-    for (const std::pair<uint32_t, uint64_t>& body : _countedBodies)
+    for (const CountedBody& body : _countedBodies)
     {
-        if (!std::binary_search(_heldIds.begin(), _heldIds.end(), body.first))
+        if (!std::binary_search(_heldIds.begin(), _heldIds.end(), body._id))
         {
-            return refuseAt(body.second, "object %u is reached by plain pointers only: nothing would own it",
-                            static_cast<unsigned int>(body.first));
+            return refuseAt(body._offset, "object %u is reached by plain pointers only: nothing would own it",
+                            static_cast<unsigned int>(body._id));
         }
     }
     return true;
@@ -824,7 +824,7 @@ bool BinaryStreamCheck::checkPointer(const RTTI* expected, bool tell, uint32_t& 
     record->_bits = what << 3 | ID_POINTER_BODY;
     if (_requireHeldCounted && !held && derives(*rtti, *ReferenceCounter::getClassRTTI()))
     {
-        _countedBodies.push_back(std::pair<uint32_t, uint64_t>(id, offset));
+        _countedBodies.push_back(CountedBody{id, offset});
     }
     // The depth bound keeps this list short: a hold is looked up in it only when it names a known object.
     _openBodies.push_back(id);

@@ -369,9 +369,15 @@ private:
     PODArray<uint32_t> _wordOffsets;
     /// Ids of the pointer bodies being walked, outermost first; at most maxDepth.
     PODArray<uint32_t> _openBodies;
+    /// A reference-counted object made for a plain pointer: its id and the offset of that pointer.
+    struct CountedBody
+    {
+        uint32_t _id;
+        uint64_t _offset;
+    };
     /// Reference-counted objects made for plain pointers: each must be held by a smart pointer somewhere, or
-    /// nothing would own it. The id and the offset of its pointer.
-    PODArray<std::pair<uint32_t, uint64_t>> _countedBodies;
+    /// nothing would own it.
+    PODArray<CountedBody> _countedBodies;
     /// Ids held by smart pointers.
     PODArray<uint32_t> _heldIds;
     /// Whether reference-counted objects must be held.
