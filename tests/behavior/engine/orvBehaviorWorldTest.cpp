@@ -100,8 +100,8 @@ HostGraph buildHostGraph(const orv::Simulation& simulation)
     wait->setBlockCondition(BoolCallBackPointer(new AfterFrame(simulation, 3)));
     graph._walk = new StepBehavior(false);
     graph._hop = new StepBehavior(true);
-    orv::LoopBehaviorOperator* loop = new orv::LoopBehaviorOperator(
-        orv::LoopBehaviorOperator::LoopMode::WHILE, BoolCallBackPointer(new FewerRuns(*graph._hop, 3)));
+    orv::LoopBehaviorOperator* loop = new orv::LoopBehaviorOperator(orv::LoopBehaviorOperator::LoopMode::WHILE,
+                                                                    BoolCallBackPointer(new FewerRuns(*graph._hop, 3)));
     EXPECT_TRUE(loop->addChildBehavior(graph._hop));
     for (AbstractBehavior* node : std::vector<AbstractBehavior*>{wait, graph._walk, loop})
     {

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "behavior/engine/orvBehaviorContext.h"
 #include "behavior/engine/orvAbstractBehavior.h"
+#include "behavior/engine/orvBehaviorContext.h"
 #include "engine/simulation/orvSimulation.h"
 #include "engine/simulation/orvSimulationsProcessor.h"
 #include "knowledgeBase/orvKBContext.h"
